@@ -1,0 +1,343 @@
+/// @file
+/// Decodes upper-air sounding reports in the WMO alphanumeric code forms FM 35 TEMP, FM 36 TEMP SHIP, FM 37 TEMP DROP
+/// and FM 38 TEMP MOBIL (WMO-No. 306, Manual on Codes, Volume I.1).
+///
+/// A report is a plain text of code groups parted by white space:
+///
+///     TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999
+///
+/// It says: a TEMP (TT), part A (AA), of day 6 (56: winds in knots) at 00 UTC, with winds up to 100 hPa (Id 1), from
+/// station 72201. At the surface (99) the pressure is 1014 hPa, the temperature 32.2 degrees and the dew point
+/// 9 degrees lower, the wind from 115 degrees with 4 knots; 1000 hPa (00) lies at 140 m. Decoding it and walking the
+/// levels:
+///
+///     try {
+///         const Corvane report(text);
+///         for (const Corvane::Level& level : report.allLevels()) {
+///             std::cout << level.name();
+///             const auto height = level.fields.find(Corvane::LF_HEIGHT);
+///             if (height != level.fields.end()) {        // a quantity that the report does not give is not in the map
+///                 std::cout << " at " << height->second << " m";
+///             }
+///             std::cout << '\n';
+///         }
+///     } catch (const std::string& fault) {                // a coding fault: what is wrong, and the groups where
+///         std::cerr << fault << '\n';
+///     } catch (const std::out_of_range& fault) {          // a group too short for what stands in it
+///         std::cerr << fault.what() << '\n';
+///     }
+///
+/// One object holds one report, decoded whole by the constructor; one report may consist of several parts, as long as
+/// all are of one code form. Units are hectopascals, geopotential metres, degrees Celsius, degrees true and metres per
+/// second throughout; speeds reported in knots are converted. Objects share nothing: each may be used in a thread of
+/// its own.
+#ifndef CORVANE_CORVANE_H
+#define CORVANE_CORVANE_H
+
+#include <corvane/Version.h>
+
+#include <deque>
+#include <iosfwd>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#if defined(__GNUC__)
+#define CORVANE_API __attribute__((visibility("default")))
+#else
+#define CORVANE_API
+#endif
+
+/// One decoded sounding report.
+class CORVANE_API Corvane {
+public:
+    /// The code form of a report, from the first two letters of MMMM.
+    enum WMO_MESSAGE_TYPE : int {
+        WMO_UNKNOWN = 0,    ///< no part identified yet
+        WMO_TEMP = 1,       ///< TT: FM 35 TEMP, fixed land station
+        WMO_TEMP_SHIP = 2,  ///< UU: FM 36 TEMP SHIP, sea station
+        WMO_TEMP_DROP = 3,  ///< XX: FM 37 TEMP DROP, sonde released by a carrier balloon or an aircraft
+        WMO_TEMP_MOBIL = 4  ///< II: FM 38 TEMP MOBIL, mobile land station
+    };
+
+    /// The kind of a level. Levels are kept in ascending order of these values.
+    enum LEVEL_TYPE : int {
+        LT_GENERIC = 0,                ///< a merged level of profile()
+        LT_SURFACE = 1,                ///< the surface, 99PPP of section 2
+        LT_MANDATORY = 2,              ///< a standard isobaric surface, section 2
+        LT_SIGNIFICANT = 3,            ///< a significant level of temperature (section 5) or wind (section 6)
+        LT_TROPOPAUSE = 4,             ///< a tropopause, section 3
+        LT_MAXWIND = 5,                ///< a level of maximum wind, section 4
+        LT_150MLAYERWIND = 6,          ///< mean wind of the lowest 150 m, remark WL150
+        LT_DEEPLAYERWIND = 7,          ///< mean wind of a deep layer, remark DLM WND
+        LT_MEANBLWIND = 8,             ///< mean boundary-layer wind, remark MBL WND
+        LT_LASTWINDHEIGHT = 9,         ///< height of the last reported wind, remark LST WND
+        LT_RELEASEPOINT = 10,          ///< where the sonde was released, remark REL
+        LT_SPLASHPOINTWINDINTEG = 11,  ///< where it hit the surface, by integrating the wind, remark SPL
+        LT_SPLASHPOINTRAWGPS = 12      ///< where it hit the surface, by its GPS, remark SPG
+    };
+
+    /// A quantity of a level.
+    enum LEVEL_FIELD : int {
+        LF_PRES = 0,    ///< pressure, hPa
+        LF_TDRY = 1,    ///< air temperature, degrees Celsius
+        LF_DP = 2,      ///< dew point, degrees Celsius
+        LF_WSPD = 3,    ///< wind speed, m/s
+        LF_WDIR = 4,    ///< wind direction, degrees true
+        LF_HEIGHT = 5,  ///< height, geopotential metres; metres as coded in WL150 and LST WND
+        LF_VA = 6,      ///< first wind-shear value of a maximum wind (vbvb, the kilometre below), m/s
+        LF_VB = 7,      ///< second wind-shear value of a maximum wind (vava, the kilometre above), m/s
+        LF_TIME = 8,    ///< time of a release or splash point, its digits as one number: hhmmss, or hhmm for SPL
+        LF_LAT = 9,     ///< latitude of a release or splash point, ddmm / 100 (15.32 is 15 deg 32 min), south negative
+        LF_LON = 10,    ///< longitude of a release or splash point, dddmm / 100, west negative
+        LF_PRES2 = 11   ///< second pressure of a deep layer, hPa
+    };
+
+    /// One point of the report in the vertical or on the flight track: its kind and what was reported there.
+    struct CORVANE_API Level {
+        /// The quantities that the report gives, in the units of LEVEL_FIELD. What it does not give is absent; there is
+        /// no placeholder number. A quiet NaN stands where the code form's flags count a value as given although the
+        /// report holds solidi: the dew point (and temperature) of a tropopause, the winds of DLM WND and MBL WND.
+        std::map<LEVEL_FIELD, double> fields;
+        /// The kind of the level.
+        LEVEL_TYPE type;
+
+        /// A level of this kind without any quantity. Implicit, so that a kind can stand for a level in comparisons.
+        Level(LEVEL_TYPE kind = LT_GENERIC) : type(kind) {}
+
+        /// The kind as text ("surface", "mandatory", ...); "unknown" for a value that is none of LEVEL_TYPE.
+        std::string name() const;
+
+        /// The name of a quantity as the text dump shows it: "pres" to "vb"; "unknown" for LF_TIME to LF_PRES2, which
+        /// only the table of the program names, and for any other value.
+        static std::string fieldName(LEVEL_FIELD field);
+    };
+
+    /// An object without a report: no groups, no levels, empty reference tables.
+    Corvane();
+
+    /// Decodes one report.
+    /// @param text the report: code groups parted by white space, with or without an abbreviated heading, with one part
+    ///        or several. An empty text gives an object without levels.
+    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands.
+    /// @throws std::out_of_range where a group is too short for the characters read from it.
+    explicit Corvane(std::string text);
+
+    virtual ~Corvane();
+    Corvane(const Corvane&) = default;             ///< Copies the report with everything in it.
+    Corvane(Corvane&&) = default;                  ///< Takes the report over.
+    Corvane& operator=(const Corvane&) = default;  ///< Copies the report with everything in it.
+    Corvane& operator=(Corvane&&) = default;       ///< Takes the report over.
+
+    /// The abbreviated heading T1T2A1A2ii CCCC YYGGgg with its correction indicator, single blanks between the groups
+    /// and one behind a CCA or CCB. Empty when the text begins without one (WMO-No. 386, abbreviated headings).
+    std::string abrHeader() const { return _abrHeader; }
+
+    /// Block and station number IIiii of a TEMP, as reported in the last part decoded; otherwise empty (section 1).
+    std::string bsn() const { return _bsn; }
+
+    /// Call sign D....D of a TEMP SHIP or TEMP MOBIL; otherwise empty (section 1).
+    std::string callSign() const { return _callSign; }
+
+    /// Latitude in degrees, north positive, of a TEMP SHIP, TEMP DROP or TEMP MOBIL; 0 in a TEMP (99LaLaLa, section 1).
+    double latitude() const { return _latitude; }
+
+    /// Longitude in degrees, east positive, like latitude() (QcLoLoLoLo, section 1).
+    double longitude() const { return _longitude; }
+
+    /// Day of the month YY, less the 50 that marks knots; 0 without a report (section 1).
+    int dayOfMonth() const { return _dayOfMonth; }
+
+    /// Whether a part of the report gives its wind speeds in knots (YY above 50, section 1). The speeds of the levels
+    /// are in m/s either way.
+    bool windsInKnots() const { return _windsInKnots; }
+
+    /// Hour of the observation GG, UTC; -1 without a report (section 1).
+    int obsHour() const { return _obsHour; }
+
+    /// Time of launch GGgg, hours and minutes as one number (0930 is 930), UTC; -1 without a section 7 (8GGgg).
+    int obsTime() const { return _obsTime; }
+
+    /// The code form as text: "TEMP", "TEMP SHIP", "TEMP DROP", "TEMP MOBIL", or "UNKNOWN" before a part is identified.
+    std::string wmoType() const;
+
+    /// Every group of the report in its order, without the terminator "=".
+    std::vector<std::string> tokens() const;
+
+    /// Every level, by ascending kind, and in the order of the report within a kind. Nothing is merged: the surface of
+    /// part A and the first significant level of part B are two levels.
+    std::vector<Level> allLevels() const;
+
+    /// The levels of the kinds in `types`, ordered like allLevels().
+    std::vector<Level> levels(std::set<LEVEL_TYPE> types) const;
+
+    /// The sounding as one profile: the surface, the standard and the significant levels that have a pressure, those of
+    /// one pressure merged into one level of kind LT_GENERIC, lowest pressure (greatest height) first. Where two levels
+    /// give the same quantity, a significant level prevails over a standard one, and that over the surface; within a
+    /// kind, the later one prevails.
+    std::vector<Level> profile() const;
+
+protected:
+    // The decoder's state, its cursor and its section decoders: open to a subclass, so that a test can drive each one.
+
+    /// A standard isobaric surface: its two-figure indicator PP and its pressure in hPa.
+    struct MandatoryInfo {
+        std::string code;
+        double pressure;
+    };
+
+    /// Orders levels by kind. A kind on its own becomes an empty level of that kind for the comparison.
+    struct LevelComparatorByType {
+        bool operator()(const Level& first, const Level& second) const { return first.type < second.type; }
+    };
+
+    /// Result flags of the group decoders: their first, their second output was written.
+    static constexpr int FIRST_WRITTEN = 1;
+    static constexpr int SECOND_WRITTEN = 2;
+
+    std::string _abrHeader;
+    std::string _bsn;
+    std::string _callSign;
+    double _latitude = 0.0;
+    double _longitude = 0.0;
+    int _dayOfMonth = 0;
+    bool _windsInKnots = false;
+    int _obsHour = -1;
+    int _obsTime = -1;
+    std::string a4;                                    ///< type of measuring equipment, from YYGGa4 of part B
+    std::string sr;                                    ///< solar and infrared radiation correction, section 7
+    std::string rara;                                  ///< radiosonde and sounding system, section 7
+    std::string sasa;                                  ///< tracking technique and status of the system, section 7
+    std::deque<std::string> tokenQueue;                ///< groups not yet decoded, front first
+    std::deque<std::string> allTokens;                 ///< every group of the report
+    std::map<std::string, WMO_MESSAGE_TYPE> wmoTypes;  ///< type letters of MMMM to code form
+    std::vector<MandatoryInfo> mandatoryA;             ///< standard surfaces of part A, in the order of section 2
+    std::vector<MandatoryInfo> mandatoryC;             ///< standard surfaces of part C, in the order of section 2
+    WMO_MESSAGE_TYPE wmoMessageType = WMO_UNKNOWN;
+    int part = 4;                             ///< 0 to 3: part A to D; 4: none identified yet
+    int lastWindPresA = 0;                    ///< hPa named by Id of part A; 9999: no winds aloft
+    int lastWindPresC = 0;                    ///< hPa named by Id of part C; 9999: no winds
+    double mobileElevation = 0.0;             ///< elevation of a mobile station, m
+    std::vector<std::string> partIds;         ///< part letters of MMMM; the index is `part`
+    std::vector<std::string> regionalGroups;  ///< openers of section 10, 61616 to 69696
+    std::multimap<LEVEL_TYPE, Level, LevelComparatorByType> levelStore;
+
+    /// Appends the reference tables: wmoTypes, partIds, mandatoryA, mandatoryC, regionalGroups. Run once an object.
+    void init();
+
+    /// Splits a text into groups at white space and takes the terminator "=" off.
+    static std::deque<std::string> tokenize(std::string text);
+
+    /// Files a level behind those of its kind, as it is.
+    void addLevel(Level level);
+
+    /// Files a level unless one of its kind is filed already.
+    void addFirstLevel(Level level);
+
+    // The cursor. What throws, throws a std::string and leaves the queue as it is.
+
+    /// The first `n` groups of the queue, fewer if fewer remain, each with a blank behind it.
+    std::string whereAreWe(int n) const;
+    /// Throws `msg` with the context " Error detected at ...".
+    [[noreturn]] void throwErrorMsg(std::string msg) const;
+    /// Throws `msg`, which ends in a blank, with the context "Error detected near ...".
+    [[noreturn]] void throwErrorNear(std::string msg) const;
+    /// Throws unless `n` groups remain.
+    void NEED_TOKENS(int n) const;
+    /// Removes `n` groups; throws, and removes none, if fewer remain.
+    void SKIP_TOKENS(int n);
+    /// Makes sure that the front group has `n` characters, joining it with the next one where that gives `n`.
+    void NEED_TOKEN_OF_LENGTH(int n);
+    /// Whether a group remains and the front one begins with these characters.
+    bool frontBeginsWith(const char* characters) const;
+    /// Whether a group remains and the front one is this one.
+    bool frontIs(const char* group) const;
+    /// Whether the front group is the MMMM of a part B, C or D: four characters, the last two BB, CC or DD.
+    bool nextPartBegins() const;
+
+    // Number readers, all independent of the global locale.
+
+    /// The number at the start of a text as stream extraction of a double reads it in the classic locale; otherwise 0.
+    static double extractDouble(const std::string& text);
+    /// The number at the start of a text as stream extraction of an int reads it in the classic locale; otherwise 0.
+    static int extractInt(const std::string& text);
+    /// The number at the start of a text as strtod reads it in the "C" locale; otherwise 0.
+    static double leadingNumber(const std::string& text);
+
+    // Heading and identifier.
+
+    void decodeAbrHdr();
+    void decodeMMMM();
+
+    // The parts, their MMMM already taken.
+
+    void decodePartA();
+    void decodePartB();
+    void decodePartC();
+    void decodePartD();
+
+    // Section 1: date, time, station and position.
+
+    void decodeSection1();
+    void decodeYYGGId_YYGGa4();
+    void decodeBSN();
+    void decodeCallSign();
+    void decodePosition();
+    void decodeMarsden();
+    void decodeMobileElev();
+    /// Degrees and minutes written as one number, divided by a hundred. No decoder calls it; subclasses may.
+    static double fractionalDegrees(const std::string& digits);
+
+    // Temperature and wind groups. A group must remain; it is taken. An output whose flag is clear keeps its value.
+
+    /// TTTDD into degrees Celsius.
+    int decodeTTTDD(double& temp, double& dewpoint);
+    /// ddfff into degrees and m/s.
+    int decodeDDFFF(double& dir, double& speed);
+    /// Both in a row. The flags of the two are not told apart in the result.
+    int decodeTTTDDandDDFFF(double& temp, double& dewpoint, double& dir, double& speed);
+
+    // Section 2: surface and standard isobaric surfaces.
+
+    void decodeSection2();
+    void decodeMandatory(std::vector<MandatoryInfo>& table, int index);
+    /// The height in geopotential metres for the three figures `hhh` reported at the standard surface `code`.
+    double mandatoryHeight(const std::string& code, double hhh) const;
+
+    // Sections 3 to 6: tropopause, maximum wind, significant levels of temperature and of wind.
+
+    void decodeSection3();
+    void decodeTrop();
+    void decodeSection4();
+    void decodeMaxWind();
+    void decodeSection5();
+    void decodeSection6();
+    /// Takes a group nnPPP and scales its pressure by part; false, with `pressure` kept, when it holds no PPP.
+    bool decodeSignificantPressure(double& pressure);
+
+    // Sections 7 to 10: sounding system and launch time, clouds, regional and national groups.
+
+    void decodeSection7();
+    void decodeSection8();
+    void decodeSection9();
+    void decodeSection10();
+
+    // Remarks of a dropsonde after 62626.
+
+    void decode62626();
+    void decodeRELSPGSPL();
+    /// Reads a position such as 3233N06956W; writes the outputs only when it throws nothing.
+    void decodeRelSpgSplLatLon(const std::string& position, double& lat, double& lon) const;
+    void decodeWL150();
+    void decodeDLMWND();
+    void decodeMBLWND();
+    void decodeLSTWND();
+};
+
+/// Writes the profile, one line a pressure, to STANDARD OUTPUT, whatever stream `os` is, and leaves standard output
+/// left aligned. This is meant: the dump is for looking at a decoder's result by eye.
+/// @return `os`, untouched.
+CORVANE_API std::ostream& operator<<(std::ostream& os, const Corvane& decoder);
+
+#endif

@@ -1,0 +1,42 @@
+# Sourced by the scripts beside it: where the project is, what they say, and how they get what is missing.
+
+cd_project() {
+    cd "$(dirname "${BASH_SOURCE[0]}")/.."
+}
+
+say() {
+    printf 'corvane: %s\n' "$*" >&2
+}
+
+missing=()
+
+# need_command COMMAND PACKAGE: the package is wanted unless the command is there.
+need_command() {
+    command -v "$1" >/dev/null 2>&1 || missing+=("$2")
+}
+
+# need_header HEADER PACKAGE: the package is wanted unless the compiler finds the header.
+need_header() {
+    if ! command -v c++ >/dev/null 2>&1 || ! printf '#include <%s>\n' "$1" | c++ -E -x c++ - >/dev/null 2>&1; then
+        missing+=("$2")
+    fi
+}
+
+# Installs what is wanted, in one go, and nothing when all is there.
+install_missing() {
+    [ "${#missing[@]}" -gt 0 ] || return 0
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    "${as_root[@]}" apt-get update >&2 </dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >&2 </dev/null
+    missing=()
+}
+
+need_compiler() {
+    need_command c++ g++
+    need_command cmake cmake
+    need_command make make
+}

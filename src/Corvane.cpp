@@ -1,0 +1,1374 @@
+// The decoder, in the order in which a report is read. Sources are sections and groups of WMO-No. 306, Manual on Codes,
+// Volume I.1, code forms FM 35 to FM 38, unless another one is named.
+#include <corvane/Corvane.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <iomanip>
+#include <iostream>
+#include <limits>
+#include <locale.h>
+#include <locale>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+constexpr double METRES_PER_SECOND_IN_A_KNOT = 0.5144;
+constexpr double METRES_IN_A_FOOT = 0.3048;
+constexpr double NOT_REPORTED = std::numeric_limits<double>::quiet_NaN();
+
+struct TypeLetters {
+    const char* letters;
+    Corvane::WMO_MESSAGE_TYPE type;
+};
+
+constexpr std::array<TypeLetters, 4> TYPE_LETTERS{{
+    {"TT", Corvane::WMO_TEMP},
+    {"UU", Corvane::WMO_TEMP_SHIP},
+    {"XX", Corvane::WMO_TEMP_DROP},
+    {"II", Corvane::WMO_TEMP_MOBIL},
+}};
+
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+// Blank, tab, newline, vertical tab, form feed, carriage return: the white space of the classic locale.
+bool isWhiteSpace(char character) {
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+// Whether a text is nothing but decimal digits, few enough to be exact in a number of this type.
+template <typename Number>
+bool isPlainNumber(const std::string& text) {
+    return !text.empty() && text.size() <= std::numeric_limits<Number>::digits10 &&
+           std::all_of(text.begin(), text.end(), isDigit);
+}
+
+template <typename Number>
+Number plainNumber(const std::string& text) {
+    Number value = 0;
+    for (const char digit : text) {
+        value = value * 10 + static_cast<Number>(digit - '0');
+    }
+    return value;
+}
+
+// Nearly every number of a report is plain digits; the stream, slow to set up, is for what a garbled group may hold.
+template <typename Number>
+Number extract(const std::string& text) {
+    if (isPlainNumber<Number>(text)) {
+        return plainNumber<Number>(text);
+    }
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    Number value = 0;
+    stream >> value;
+    return value;
+}
+
+// The letters of part B, C or D. Part A is not among them, and this is meant: a report gives its parts in the order A
+// to D, so that none is followed by a part A.
+bool isFollowingPart(const std::string& letters) {
+    return letters == "BB" || letters == "CC" || letters == "DD";
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------------------------------------
+// The sections of each part
+// ---------------------------------------------------------------------------------------------------------------------
+
+void Corvane::decodePartA() {
+    decodeSection1();   // identification and position
+    decodeSection2();   // surface and standard isobaric surfaces
+    decodeSection3();   // tropopause
+    decodeSection4();   // maximum wind
+    decodeSection7();   // sounding system and launch time
+    decodeSection9();   // regional groups
+    decodeSection10();  // national groups
+}
+
+void Corvane::decodePartB() {
+    decodeSection1();   // identification and position
+    decodeSection5();   // significant levels of temperature and humidity
+    decodeSection6();   // significant levels of wind
+    decodeSection7();   // sounding system and launch time
+    decodeSection8();   // clouds
+    decodeSection9();   // regional groups
+    decodeSection10();  // national groups
+}
+
+void Corvane::decodePartC() {
+    decodePartA();
+}
+
+void Corvane::decodePartD() {
+    decodePartB();
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Construction and reference tables
+// ---------------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+struct StandardSurface {
+    const char* code;
+    double pressure;  // hPa
+};
+
+constexpr std::array<StandardSurface, 12> STANDARD_SURFACES_A{{
+    {"99", 0.0},  // the ground: its pressure is in the report
+    {"00", 1000.0},
+    {"92", 925.0},
+    {"85", 850.0},
+    {"70", 700.0},
+    {"50", 500.0},
+    {"40", 400.0},
+    {"30", 300.0},
+    {"25", 250.0},
+    {"20", 200.0},
+    {"15", 150.0},
+    {"10", 100.0},
+}};
+
+constexpr std::array<StandardSurface, 9> STANDARD_SURFACES_C{{
+    {"70", 70.0},
+    {"50", 50.0},
+    {"30", 30.0},
+    {"20", 20.0},
+    {"10", 10.0},
+    {"07", 7.0},
+    {"05", 5.0},
+    {"03", 3.0},
+    {"01", 1.0},
+}};
+
+}  // namespace
+
+Corvane::Corvane() = default;
+
+Corvane::~Corvane() = default;
+
+Corvane::Corvane(std::string text) {
+    init();
+    tokenQueue = tokenize(std::move(text));
+    allTokens = tokenQueue;
+
+    decodeAbrHdr();
+    while (!tokenQueue.empty()) {
+        decodeMMMM();
+        switch (part) {
+        case 0: decodePartA(); break;
+        case 1: decodePartB(); break;
+        case 2: decodePartC(); break;
+        case 3: decodePartD(); break;
+        default: break;
+        }
+    }
+}
+
+void Corvane::init() {
+    for (const TypeLetters& entry : TYPE_LETTERS) {
+        wmoTypes.emplace(entry.letters, entry.type);
+    }
+
+    partIds.insert(partIds.end(), {"AA", "BB", "CC", "DD"});
+
+    for (const StandardSurface& surface : STANDARD_SURFACES_A) {
+        mandatoryA.push_back({surface.code, surface.pressure});
+    }
+    for (const StandardSurface& surface : STANDARD_SURFACES_C) {
+        mandatoryC.push_back({surface.code, surface.pressure});
+    }
+
+    regionalGroups.insert(regionalGroups.end(),
+                          {"61616", "62626", "63636", "64646", "65656", "66666", "67676", "68686", "69696"});
+}
+
+std::string Corvane::wmoType() const {
+    switch (wmoMessageType) {
+    case WMO_UNKNOWN: return "UNKNOWN";
+    case WMO_TEMP: return "TEMP";
+    case WMO_TEMP_SHIP: return "TEMP SHIP";
+    case WMO_TEMP_DROP: return "TEMP DROP";
+    case WMO_TEMP_MOBIL: return "TEMP MOBIL";
+    }
+    return "";
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Levels
+// ---------------------------------------------------------------------------------------------------------------------
+
+std::string Corvane::Level::name() const {
+    switch (type) {
+    case LT_GENERIC: return "generic";
+    case LT_SURFACE: return "surface";
+    case LT_MANDATORY: return "mandatory";
+    case LT_SIGNIFICANT: return "significant";
+    case LT_TROPOPAUSE: return "tropopause";
+    case LT_MAXWIND: return "maxwind";
+    case LT_150MLAYERWIND: return "150mlayerwind";
+    case LT_DEEPLAYERWIND: return "deeplayerwind";
+    case LT_MEANBLWIND: return "meanblwind";
+    case LT_LASTWINDHEIGHT: return "lastwindheight";
+    case LT_RELEASEPOINT: return "releasepoint";
+    case LT_SPLASHPOINTWINDINTEG: return "splashpointwindinteg";
+    case LT_SPLASHPOINTRAWGPS: return "splashpointrawgps";
+    }
+    return "unknown";
+}
+
+std::string Corvane::Level::fieldName(LEVEL_FIELD field) {
+    switch (field) {
+    case LF_PRES: return "pres";
+    case LF_TDRY: return "tdry";
+    case LF_DP: return "dp";
+    case LF_WSPD: return "wspd";
+    case LF_WDIR: return "wdir";
+    case LF_HEIGHT: return "height";
+    case LF_VA: return "va";
+    case LF_VB: return "vb";
+    case LF_TIME:
+    case LF_LAT:
+    case LF_LON:
+    case LF_PRES2: break;  // only the header of the program's table names these four; meant
+    }
+    return "unknown";
+}
+
+void Corvane::addLevel(Level level) {
+    const LEVEL_TYPE kind = level.type;
+    levelStore.emplace(kind, std::move(level));
+}
+
+void Corvane::addFirstLevel(Level level) {
+    if (levelStore.find(level.type) == levelStore.end()) {
+        addLevel(std::move(level));
+    }
+}
+
+std::vector<Corvane::Level> Corvane::allLevels() const {
+    std::vector<Level> all;
+    all.reserve(levelStore.size());
+    for (const auto& entry : levelStore) {
+        all.push_back(entry.second);
+    }
+    return all;
+}
+
+std::vector<Corvane::Level> Corvane::levels(std::set<LEVEL_TYPE> types) const {
+    std::vector<Level> chosen;
+    for (const LEVEL_TYPE kind : types) {
+        const auto filed = levelStore.equal_range(kind);
+        for (auto entry = filed.first; entry != filed.second; ++entry) {
+            chosen.push_back(entry->second);
+        }
+    }
+    return chosen;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Groups: splitting the report
+// ---------------------------------------------------------------------------------------------------------------------
+
+// A group that is exactly "=" is the terminator of a report and is dropped; of any other group only the first "=" is
+// taken off, wherever it stands, so that "==" stays as the group "=".
+std::deque<std::string> Corvane::tokenize(std::string text) {
+    std::deque<std::string> groups;
+    auto begin = text.cbegin();
+    while (true) {
+        begin = std::find_if_not(begin, text.cend(), isWhiteSpace);
+        if (begin == text.cend()) {
+            return groups;
+        }
+        const auto end = std::find_if(begin, text.cend(), isWhiteSpace);
+        const auto terminator = std::find(begin, end, '=');
+        if (terminator == end) {
+            groups.emplace_back(begin, end);
+        } else if (end - begin > 1) {
+            groups.emplace_back(begin, terminator).append(terminator + 1, end);
+        }
+        begin = end;
+    }
+}
+
+std::vector<std::string> Corvane::tokens() const {
+    return {allTokens.begin(), allTokens.end()};
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Groups: the cursor and its faults
+// ---------------------------------------------------------------------------------------------------------------------
+
+std::string Corvane::whereAreWe(int n) const {
+    std::string groups;
+    for (const std::string& group : tokenQueue) {
+        if (n-- <= 0) {
+            break;
+        }
+        groups += group;
+        groups += ' ';
+    }
+    return groups;
+}
+
+// The three contexts of a fault differ in "at", "at " and "near " and in the blank before the dots. This is meant:
+// people match these texts.
+
+void Corvane::throwErrorMsg(std::string msg) const {
+    throw msg + " Error detected at " + whereAreWe(6) + "...";
+}
+
+void Corvane::throwErrorNear(std::string msg) const {
+    throw msg + "Error detected near " + whereAreWe(6) + " ...";
+}
+
+void Corvane::NEED_TOKENS(int n) const {
+    // Compared as an unsigned number, so that a negative count is never met.
+    if (static_cast<std::uint32_t>(n) <= tokenQueue.size()) {
+        return;
+    }
+    std::string msg = "At least " + std::to_string(n) + " code groups are required. ";
+    if (n > 0) {
+        msg += "Error detected at" + whereAreWe(6) + " ...";
+    }
+    throw msg;
+}
+
+void Corvane::SKIP_TOKENS(int n) {
+    NEED_TOKENS(n);
+    tokenQueue.erase(tokenQueue.begin(), tokenQueue.begin() + n);
+}
+
+void Corvane::NEED_TOKEN_OF_LENGTH(int n) {
+    NEED_TOKENS(1);
+    const auto length = static_cast<std::size_t>(n);
+    if (tokenQueue.front().size() == length) {
+        return;
+    }
+    // A stray blank or the end of a line has cut the group in two.
+    if (tokenQueue.size() >= 2 && tokenQueue[0].size() + tokenQueue[1].size() == length) {
+        tokenQueue[1].insert(0, tokenQueue[0]);
+        tokenQueue.pop_front();
+        return;
+    }
+    throwErrorNear("This code group requires exactly " + std::to_string(n) + " characters. ");
+}
+
+bool Corvane::frontBeginsWith(const char* characters) const {
+    return !tokenQueue.empty() && tokenQueue.front().rfind(characters, 0) == 0;
+}
+
+bool Corvane::frontIs(const char* group) const {
+    return !tokenQueue.empty() && tokenQueue.front() == group;
+}
+
+bool Corvane::nextPartBegins() const {
+    return !tokenQueue.empty() && tokenQueue.front().size() == 4 && isFollowingPart(tokenQueue.front().substr(2, 2));
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Numbers
+// ---------------------------------------------------------------------------------------------------------------------
+
+double Corvane::extractDouble(const std::string& text) {
+    return extract<double>(text);
+}
+
+int Corvane::extractInt(const std::string& text) {
+    return extract<int>(text);
+}
+
+double Corvane::leadingNumber(const std::string& text) {
+    if (isPlainNumber<double>(text)) {
+        return plainNumber<double>(text);
+    }
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    return strtod_l(text.c_str(), nullptr, classic);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Abbreviated heading
+// ---------------------------------------------------------------------------------------------------------------------
+
+// T1T2A1A2ii CCCC YYGGgg (COR BBB) (CCA or CCB)
+// USJP01 RJTD 060000 CCA: the heading is kept with a blank behind the CCA.
+// Takes the heading, known by the six characters of its first group, once a report; leaves what is none to decodeMMMM.
+// Throws nothing. Source: WMO-No. 386, Manual on the Global Telecommunication System, abbreviated headings.
+void Corvane::decodeAbrHdr() {
+    if (tokenQueue.size() < 3 || tokenQueue.front().size() != 6) {
+        return;
+    }
+    _abrHeader = tokenQueue[0] + " " + tokenQueue[1] + " " + tokenQueue[2];
+    SKIP_TOKENS(3);
+
+    if (tokenQueue.size() < 2) {
+        return;
+    }
+    if (frontIs("COR")) {
+        _abrHeader += " COR " + tokenQueue[1];
+        SKIP_TOKENS(2);
+    }
+    if (frontIs("CCA") || frontIs("CCB")) {
+        _abrHeader += " " + tokenQueue.front() + " ";
+        SKIP_TOKENS(1);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// MiMiMjMj: code form and part
+// ---------------------------------------------------------------------------------------------------------------------
+
+// MMMM
+// TTBB: a TEMP (TT), part B.
+// Takes the group, but only when it is right. Throws for another length than four, for unknown type letters, for type
+// letters other than those of the parts before, and for unknown part letters, looked at in this order.
+// Source: FM 35 to 38, section 1, MiMiMjMj (code table 2582).
+void Corvane::decodeMMMM() {
+    NEED_TOKENS(1);
+    const std::string& group = tokenQueue.front();
+    if (group.size() != 4) {
+        throwErrorMsg("WMO type and part identifier (MMMM) must be 4 characters.");
+    }
+
+    const std::string letters = group.substr(0, 2);
+    const auto* const found = std::find_if(TYPE_LETTERS.begin(), TYPE_LETTERS.end(),
+                                           [&](const TypeLetters& entry) { return letters == entry.letters; });
+    if (found == TYPE_LETTERS.end()) {
+        throwErrorMsg("Message type identifier (TT, UU, XX or II) was not found.");
+    }
+    const WMO_MESSAGE_TYPE previous = std::exchange(wmoMessageType, found->type);
+    if (previous != WMO_UNKNOWN && previous != wmoMessageType) {
+        throwErrorMsg("Two different WMO message types have been found in this message.");
+    }
+
+    const auto partId = std::find(partIds.begin(), partIds.end(), group.substr(2, 2));
+    if (partId == partIds.end()) {
+        throwErrorMsg("Part identifier AA, BB, CC or DD was not found.");
+    }
+    part = static_cast<int>(partId - partIds.begin());
+    SKIP_TOKENS(1);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Section 1: date and time
+// ---------------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr int NO_WINDS = 9999;
+constexpr int NO_ENTRY = -1;
+
+struct LastWind {
+    char id;
+    int partA;  // hPa
+    int partC;  // hPa
+};
+
+constexpr std::array<LastWind, 10> LAST_WINDS{{
+    {'/', NO_WINDS, NO_WINDS},
+    {'0', 1000, 0},  // part C: below every surface's pressure, so that all carry a wind; meant
+    {'1', 100, 10},
+    {'2', 200, 20},
+    {'3', 300, 30},
+    {'4', 400, NO_ENTRY},
+    {'5', 500, 50},
+    {'7', 700, 70},
+    {'8', 800, NO_ENTRY},  // 800, not 850; meant
+    {'9', 925, NO_ENTRY},
+}};
+
+}  // namespace
+
+// YYGGId in parts A and C, YYGGa4 in part B, YYGG/ in part D
+// 56121: day 6, winds in knots (YY + 50), 12 UTC; in part A winds up to 100 hPa.
+// Takes the group. Throws for a group of less than four characters, for an Id that the part has not, and in part D for
+// a last character other than "/". Once in knots, the winds of the parts that follow stay in knots. Source: FM 35 to
+// 38, section 1, YYGGId (code table 1734) and YYGGa4 (code table 0265).
+void Corvane::decodeYYGGId_YYGGa4() {
+    NEED_TOKENS(1);
+    const std::string& group = tokenQueue.front();
+    if (group.size() < 4) {
+        throwErrorMsg("The date and time group (YYGGId or YYGGa4) must have at least 4 characters.");
+    }
+
+    _dayOfMonth = extractInt(group.substr(0, 2));
+    if (_dayOfMonth > 50) {
+        _windsInKnots = true;
+        _dayOfMonth -= 50;
+    }
+    _obsHour = extractInt(group.substr(2, 2));
+
+    const std::string indicator = group.substr(4, 1);
+    if (part == 0 || part == 2) {
+        const auto* const entry = std::find_if(LAST_WINDS.begin(), LAST_WINDS.end(), [&](const LastWind& row) {
+            return indicator == std::string(1, row.id);
+        });
+        const bool known = entry != LAST_WINDS.end();
+        const int pressure = !known ? NO_ENTRY : part == 0 ? entry->partA : entry->partC;
+        if (pressure == NO_ENTRY) {
+            throwErrorMsg("The last wind indicator (Id) is incorrectly coded.");
+        }
+        (part == 0 ? lastWindPresA : lastWindPresC) = pressure;
+    } else if (part == 1) {
+        a4 = indicator;
+    } else if (indicator != "/") {
+        throwErrorMsg("The last character in the third code group of Part D, section 1, should be /.");
+    }
+    SKIP_TOKENS(1);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Section 1: station and position
+// ---------------------------------------------------------------------------------------------------------------------
+
+// TEMP:       YYGGId IIiii
+// TEMP SHIP:  D....D YYGGId 99LaLaLa QcLoLoLoLo MMMULaULo
+// TEMP DROP:  YYGGId 99LaLaLa QcLoLoLoLo MMMULaULo
+// TEMP MOBIL: D....D YYGGId 99LaLaLa QcLoLoLoLo MMMULaULo h0h0h0h0im
+// Source: FM 35 to 38, section 1.
+void Corvane::decodeSection1() {
+    switch (wmoMessageType) {
+    case WMO_TEMP:
+        decodeYYGGId_YYGGa4();
+        decodeBSN();
+        break;
+    case WMO_TEMP_SHIP:
+        decodeCallSign();
+        decodeYYGGId_YYGGa4();
+        decodePosition();
+        decodeMarsden();
+        break;
+    case WMO_TEMP_DROP:
+        decodeYYGGId_YYGGa4();
+        decodePosition();
+        decodeMarsden();
+        break;
+    case WMO_TEMP_MOBIL:
+        decodeCallSign();
+        decodeYYGGId_YYGGa4();
+        decodePosition();
+        decodeMarsden();
+        decodeMobileElev();
+        break;
+    case WMO_UNKNOWN: break;
+    }
+}
+
+// IIiii
+// 72403: block 72, station 403.
+// Takes the group. Throws when it has not five characters; what they are is not looked at.
+// Source: FM 35, section 1, IIiii.
+void Corvane::decodeBSN() {
+    NEED_TOKENS(1);
+    if (tokenQueue.front().size() != 5) {
+        // This one message goes without a context: it names its group itself.
+        throw "Block and station number is incorrect: " + tokenQueue.front();
+    }
+    _bsn = tokenQueue.front();
+    SKIP_TOKENS(1);
+}
+
+// D....D
+// 9ZT9MRK
+// Takes the group, whatever it is. Source: FM 36 and FM 38, section 1, D....D.
+void Corvane::decodeCallSign() {
+    NEED_TOKENS(1);
+    _callSign = tokenQueue.front();
+    SKIP_TOKENS(1);
+}
+
+// 99LaLaLa QcLoLoLoLo
+// 99241 70830: 24.1 degrees north, 83.0 degrees west.
+// Takes both groups. Throws unless the groups that section 1 still needs are there, the first one begins with 99 and Qc
+// is a quadrant or "/". Source: FM 36 to 38, section 1, Qc (code table 3333).
+void Corvane::decodePosition() {
+    NEED_TOKENS(wmoMessageType == WMO_TEMP_MOBIL ? 4 : 3);
+    if (!frontBeginsWith("99")) {
+        throwErrorMsg("The position group must begin with 99.");
+    }
+    _latitude = extractDouble(tokenQueue.front().substr(2, 3)) / 10.0;
+    SKIP_TOKENS(1);
+
+    const std::string& group = tokenQueue.front();
+    _longitude = extractDouble(group.substr(1, 4)) / 10.0;
+    const std::string quadrant = group.substr(0, 1);
+    if (quadrant != "1" && quadrant != "3" && quadrant != "5" && quadrant != "7" && quadrant != "/") {
+        throwErrorMsg("The quadrant indicator must be 1, 3, 5, 7 or /.");
+    }
+    if (quadrant == "3" || quadrant == "5") {
+        _latitude = -_latitude;
+    }
+    if (quadrant == "5" || quadrant == "7") {
+        _longitude = -_longitude;
+    }
+    SKIP_TOKENS(1);
+}
+
+// MMMULaULo
+// Takes the Marsden square unread: the position is in the groups before it. Source: FM 36 to 38, section 1.
+void Corvane::decodeMarsden() {
+    SKIP_TOKENS(1);
+}
+
+// h0h0h0h0im
+// 01235: 123 feet (im 5 to 8), kept as 37.4904 m.
+// Takes the group, but leaves one that gives no elevation (////im); this is meant, and the next section begins with it.
+// Throws for a group of less than four characters. Source: FM 38, section 1, im (code table 1845).
+void Corvane::decodeMobileElev() {
+    NEED_TOKENS(1);
+    if (frontBeginsWith("////")) {
+        return;
+    }
+    const std::string& group = tokenQueue.front();
+    if (group.size() < 4) {
+        throwErrorMsg("The elevation group (h0h0h0h0im) must have at least 4 characters.");
+    }
+    mobileElevation = extractDouble(group.substr(0, 4));
+    if (extractInt(group.substr(4, 1)) > 4) {
+        mobileElevation *= METRES_IN_A_FOOT;
+    }
+    SKIP_TOKENS(1);
+}
+
+// 3233 is 32.33.
+double Corvane::fractionalDegrees(const std::string& digits) {
+    return leadingNumber(digits) / 100.0;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Temperature and wind groups
+// ---------------------------------------------------------------------------------------------------------------------
+
+// TTTDD
+// 12305: -12.3 degrees (odd tenths: below zero), the dew point 0.5 degrees lower.
+// 12456: 12.4 degrees, the dew point 6 degrees lower (56 to 99: whole degrees 6 to 49).
+// Takes the group; with /// for TTT nothing is written, with // for DD the temperature alone. Throws for a depression
+// code 51 to 55. Source: FM 35, section 2, TTTaDD (code tables 3931 and 0777).
+int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
+    if (frontBeginsWith("///")) {
+        SKIP_TOKENS(1);
+        return 0;
+    }
+    const std::string& group = tokenQueue.front();
+    temp = extractDouble(group.substr(0, 3)) / 10.0;
+    const std::string depressionCode = group.substr(3, 2);
+    if (group[2] % 2 != 0) {  // the parity of the character, so that "/" for the tenths counts as below zero
+        temp = -temp;
+    }
+    if (depressionCode == "//") {
+        SKIP_TOKENS(1);
+        return FIRST_WRITTEN;
+    }
+
+    const double code = extractDouble(depressionCode);
+    if (code > 50.0 && code < 56.0) {
+        // 56 itself is a valid code; the wording stays.
+        throwErrorMsg("Dewpoint depression code may not be between 51 to 56.");
+    }
+    dewpoint = temp - (code <= 50.0 ? code / 10.0 : code - 50.0);
+    SKIP_TOKENS(1);
+    return FIRST_WRITTEN | SECOND_WRITTEN;
+}
+
+// ddfff
+// 27615: from 275 degrees (the 5 is carried as 500 in the speed) with 115 knots or metres per second.
+// Takes the group; with // for dd or /// for fff nothing is written. Source: FM 35, section 2, ddfff.
+int Corvane::decodeDDFFF(double& dir, double& speed) {
+    const std::string& group = tokenQueue.front();
+    if (group.substr(2, 3) == "///" || group.substr(0, 2) == "//") {
+        SKIP_TOKENS(1);
+        return 0;
+    }
+    dir = extractDouble(group.substr(0, 2)) * 10.0;
+    speed = extractDouble(group.substr(2, 3));
+    if (speed >= 500.0) {
+        speed -= 500.0;
+        dir += 5.0;
+    }
+    if (_windsInKnots) {
+        speed *= METRES_PER_SECOND_IN_A_KNOT;
+    }
+    SKIP_TOKENS(1);
+    return FIRST_WRITTEN | SECOND_WRITTEN;
+}
+
+// TTTDD ddfff
+// The flags of the wind fall on those of the temperature, so that 3 may come from the wind alone; this is meant.
+int Corvane::decodeTTTDDandDDFFF(double& temp, double& dewpoint, double& dir, double& speed) {
+    NEED_TOKENS(2);
+    const int temperatureFlags = decodeTTTDD(temp, dewpoint);
+    const int windFlags = decodeDDFFF(dir, speed);
+    return temperatureFlags | windFlags;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Section 2: surface and standard isobaric surfaces
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 99P0P0P0 TTTDD ddfff PPhhh TTTDD ddfff ...
+// 99014 32259 11504 00140 30057 11506: the surface at 1014 hPa, then 1000 hPa at 140 m.
+// Takes every surface of the part in its fixed order, up to an 88 group or the last of the table; none may be left out.
+// Throws when the next surface of the table is missing and when groups run out. Source: FM 35, section 2.
+void Corvane::decodeSection2() {
+    if (part != 0) {
+        mandatoryA = mandatoryC;  // for the rest of the report; meant: part A comes before part C
+    }
+    for (int index = 0; index < static_cast<int>(mandatoryA.size()); ++index) {
+        if (frontBeginsWith("88")) {
+            return;
+        }
+        decodeMandatory(mandatoryA, index);
+    }
+}
+
+// PPhhh TTTDD (ddfff), 99PPP TTTDD ddfff
+// 85489 19027 31524: 850 hPa at 1489 m. 99007 29456 28521: the surface at 1007 hPa.
+// Takes two groups, and a third one where Id or the surface calls for a wind. A surface of which only the pressure is
+// known is not filed. Source: FM 35, section 2.
+void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
+    NEED_TOKENS(2);
+    const MandatoryInfo& surface = table.at(static_cast<std::size_t>(index));
+    const bool isGround = surface.code == "99";
+    if (!frontBeginsWith(surface.code.c_str())) {
+        throwErrorMsg("The mandatory significant observation is incorrectly coded.");
+    }
+
+    Level level(LT_MANDATORY);
+    level.fields[LF_PRES] = surface.pressure;
+    const std::string figures = tokenQueue.front().substr(2, 3);
+    if (figures != "///") {
+        const double value = extractDouble(figures);
+        if (isGround) {
+            level.type = LT_SURFACE;
+            level.fields[LF_PRES] = value < 100.0 ? value + 1000.0 : value;
+        } else {
+            level.fields[LF_HEIGHT] = mandatoryHeight(surface.code, value);
+        }
+    }
+    SKIP_TOKENS(1);
+
+    double temp = NOT_REPORTED;
+    double dewpoint = NOT_REPORTED;
+    const int temperatureFlags = decodeTTTDD(temp, dewpoint);
+    if ((temperatureFlags & FIRST_WRITTEN) != 0) {
+        level.fields[LF_TDRY] = temp;
+    }
+    if ((temperatureFlags & SECOND_WRITTEN) != 0) {
+        level.fields[LF_DP] = dewpoint;
+    }
+
+    // The table's pressure decides, so that the ground, at 0 hPa there, needs a word of its own.
+    const int lastWindPressure = part == 0 ? lastWindPresA : lastWindPresC;
+    if (isGround || surface.pressure >= lastWindPressure) {
+        NEED_TOKENS(1);
+        double dir = NOT_REPORTED;
+        double speed = NOT_REPORTED;
+        const int windFlags = decodeDDFFF(dir, speed);
+        if ((windFlags & FIRST_WRITTEN) != 0) {
+            level.fields[LF_WDIR] = dir;
+        }
+        if ((windFlags & SECOND_WRITTEN) != 0) {
+            level.fields[LF_WSPD] = speed;
+        }
+    }
+
+    if (level.fields.size() > 1) {
+        addLevel(std::move(level));
+    }
+}
+
+namespace {
+
+// A height is reported in metres up to 700 hPa and in tens of metres above, its thousands (tens of thousands) left out.
+// They follow from where the surface lies; where it may lie on both sides, figures above 500 are below the boundary.
+struct HeightRule {
+    const char* code;
+    double metres;    // a unit of hhh
+    double above500;  // added to figures above 500
+    double upTo500;   // added to figures up to 500
+};
+
+constexpr std::array<HeightRule, 9> HEIGHT_RULES_A{{
+    {"85", 1.0, 1000.0, 1000.0},
+    {"70", 1.0, 2000.0, 3000.0},
+    {"50", 10.0, 0.0, 0.0},
+    {"40", 10.0, 0.0, 0.0},
+    {"30", 10.0, 0.0, 10000.0},
+    {"25", 10.0, 0.0, 10000.0},
+    {"20", 10.0, 10000.0, 10000.0},
+    {"15", 10.0, 10000.0, 10000.0},
+    {"10", 10.0, 10000.0, 10000.0},
+}};
+
+constexpr std::array<HeightRule, 10> HEIGHT_RULES_C{{
+    {"70", 10.0, 10000.0, 10000.0},
+    {"50", 10.0, 10000.0, 20000.0},
+    {"30", 10.0, 20000.0, 20000.0},
+    {"20", 10.0, 20000.0, 20000.0},
+    {"10", 10.0, 20000.0, 30000.0},
+    {"07", 10.0, 30000.0, 30000.0},
+    {"05", 10.0, 30000.0, 30000.0},
+    {"03", 10.0, 30000.0, 40000.0},
+    {"02", 10.0, 30000.0, 40000.0},  // no surface of section 2 has this code; kept for a subclass with a 2 hPa surface
+    {"01", 10.0, 40000.0, 50000.0},
+}};
+
+template <typename Rules>
+double heightBy(const Rules& rules, const std::string& code, double hhh) {
+    for (const HeightRule& rule : rules) {
+        if (code == rule.code) {
+            return hhh * rule.metres + (hhh > 500.0 ? rule.above500 : rule.upTo500);
+        }
+    }
+    return hhh;
+}
+
+}  // namespace
+
+// hhh
+// 70012 is 3012 m and 70990 is 2990 m; 00620 is 120 m below sea level; in part C 10100 is 31000 m.
+// Source: FM 35, section 2, hhh.
+double Corvane::mandatoryHeight(const std::string& code, double hhh) const {
+    if (part == 0) {
+        if (code == "00") {
+            return hhh < 500.0 ? hhh : 500.0 - hhh;
+        }
+        return heightBy(HEIGHT_RULES_A, code, hhh);
+    }
+    if (part == 2) {
+        return heightBy(HEIGHT_RULES_C, code, hhh);
+    }
+    return hhh;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Section 3: tropopause
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 88PPP TTTDD ddfff ..., or 88999
+// 88267 58545 24020: a tropopause at 267 hPa. 88999: none was found.
+// Takes every tropopause and an 88999; leaves the 77 or 66 of section 4. Throws when another group follows a
+// tropopause. Source: FM 35, section 3.
+void Corvane::decodeSection3() {
+    if (!frontBeginsWith("88")) {
+        return;
+    }
+    while (!tokenQueue.empty() && !frontIs("88999") && !frontBeginsWith("77") && !frontBeginsWith("66")) {
+        decodeTrop();
+    }
+    if (frontIs("88999")) {
+        SKIP_TOKENS(1);
+    }
+}
+
+// 88PPP TTTDD ddfff
+// In part C the pressure is in tenths: 88925 lies at 92.5 hPa.
+// Takes three groups and files the level whatever they give. Source: FM 35, section 3.
+void Corvane::decodeTrop() {
+    NEED_TOKENS(1);
+    if (!frontBeginsWith("88")) {
+        throwErrorMsg("The tropopause observation is incorrectly coded.");
+    }
+    Level level(LT_TROPOPAUSE);
+    const std::string figures = tokenQueue.front().substr(2, 3);
+    if (figures != "///") {
+        const double pressure = extractDouble(figures);
+        level.fields[LF_PRES] = part == 2 ? pressure / 10.0 : pressure;
+    }
+    SKIP_TOKENS(1);
+
+    double temp = NOT_REPORTED;
+    double dewpoint = NOT_REPORTED;
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    const int flags = decodeTTTDDandDDFFF(temp, dewpoint, dir, speed);
+    if ((flags & FIRST_WRITTEN) != 0) {
+        level.fields[LF_TDRY] = temp;
+    }
+    if ((flags & SECOND_WRITTEN) != 0) {
+        level.fields[LF_DP] = dewpoint;
+    }
+    // The two groups in a row never set bits of their own for the wind, so that a tropopause carries none, and a wind
+    // alone counts as temperature and dew point; both are meant.
+    constexpr int DIRECTION_WRITTEN = 4;
+    constexpr int SPEED_WRITTEN = 8;
+    if ((flags & DIRECTION_WRITTEN) != 0) {
+        level.fields[LF_WDIR] = dir;
+    }
+    if ((flags & SPEED_WRITTEN) != 0) {
+        level.fields[LF_WSPD] = speed;
+    }
+    addLevel(std::move(level));
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Section 4: maximum wind
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 77PPP ddfff (4vbvbvava) or 66PPP ddfff (4vbvbvava) ..., or 77999
+// 77298 28535 41011: the maximum wind at 298 hPa, with shears. 77999: there was none.
+// Takes every maximum wind and a 77999, which alone marks a missing one; leaves any other group.
+// Source: FM 35, section 4.
+void Corvane::decodeSection4() {
+    while (frontBeginsWith("77") || frontBeginsWith("66")) {
+        if (frontIs("77999")) {
+            SKIP_TOKENS(1);
+            return;
+        }
+        decodeMaxWind();
+    }
+}
+
+// 77PPP ddfff (4vbvbvava)
+// Takes two groups, and a third one that begins with 4; files the level whatever they give. The pressure is taken as it
+// stands: unlike that of a tropopause it is not scaled in part C; this is meant. Source: FM 35, section 4.
+void Corvane::decodeMaxWind() {
+    NEED_TOKENS(2);
+    if (!frontBeginsWith("77") && !frontBeginsWith("66")) {
+        throwErrorMsg("The max wind observation is incorrectly coded.");
+    }
+    Level level(LT_MAXWIND);
+    const std::string figures = tokenQueue.front().substr(2, 3);
+    if (figures != "///") {
+        level.fields[LF_PRES] = extractDouble(figures);
+    }
+    SKIP_TOKENS(1);
+
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    const int flags = decodeDDFFF(dir, speed);
+    if ((flags & FIRST_WRITTEN) != 0) {
+        level.fields[LF_WDIR] = dir;
+    }
+    if ((flags & SECOND_WRITTEN) != 0) {
+        level.fields[LF_WSPD] = speed;
+    }
+
+    if (frontBeginsWith("4")) {
+        // vbvb, the shear below, goes to LF_VA and vava, the shear above, to LF_VB; the crossing is meant.
+        const double unit = _windsInKnots ? METRES_PER_SECOND_IN_A_KNOT : 1.0;
+        const std::string vbvb = tokenQueue.front().substr(1, 2);
+        if (vbvb != "//") {
+            level.fields[LF_VA] = extractDouble(vbvb) * unit;
+        }
+        const std::string vava = tokenQueue.front().substr(3, 2);
+        if (vava != "//") {
+            level.fields[LF_VB] = extractDouble(vava) * unit;
+        }
+        SKIP_TOKENS(1);
+    }
+    addLevel(std::move(level));
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Sections 5 and 6: significant levels
+// ---------------------------------------------------------------------------------------------------------------------
+
+// nnPPP TTTDD ...
+// 00012 10658: in part B 1012 hPa with 10.6 degrees.
+// Takes pairs up to 21212 or 31313, which it leaves, or to the end of the report; any other group begins one more pair.
+// A pair without a temperature is taken and not filed; this is meant, and section 6 differs. The ground (nn 00) is a
+// significant level here like the others. Throws for half a pair. Source: FM 35, section 5.
+void Corvane::decodeSection5() {
+    while (!tokenQueue.empty() && !frontIs("21212") && !frontIs("31313")) {
+        NEED_TOKENS(2);
+        Level level(LT_SIGNIFICANT);
+        double pressure = NOT_REPORTED;
+        const bool placed = decodeSignificantPressure(pressure);
+        level.fields[LF_PRES] = pressure;
+
+        double temp = NOT_REPORTED;
+        double dewpoint = NOT_REPORTED;
+        const int flags = decodeTTTDD(temp, dewpoint);
+        if ((flags & FIRST_WRITTEN) != 0) {
+            level.fields[LF_TDRY] = temp;
+        }
+        if ((flags & SECOND_WRITTEN) != 0) {
+            level.fields[LF_DP] = dewpoint;
+        }
+        if (placed && level.fields.size() > 1) {
+            addLevel(std::move(level));
+        }
+    }
+}
+
+// 21212 nnPPP dddff ...
+// 21212 00015 27010: in part B 1015 hPa, from 270 degrees with 10 knots or metres per second.
+// Takes 21212 and pairs up to 31313, which it leaves, or to the end of the report. A pair without a wind is filed with
+// its pressure alone; this is meant. Throws when the section begins otherwise, and for half a pair. Source: FM 35,
+// section 6.
+void Corvane::decodeSection6() {
+    if (tokenQueue.empty() || frontIs("31313")) {
+        return;
+    }
+    if (!frontIs("21212")) {
+        throwErrorMsg("Section 6 must begin with 21212.");
+    }
+    SKIP_TOKENS(1);
+
+    while (!tokenQueue.empty() && !frontIs("31313")) {
+        NEED_TOKENS(2);
+        Level level(LT_SIGNIFICANT);
+        double pressure = NOT_REPORTED;
+        const bool placed = decodeSignificantPressure(pressure);
+        level.fields[LF_PRES] = pressure;
+
+        double dir = NOT_REPORTED;
+        double speed = NOT_REPORTED;
+        const int flags = decodeDDFFF(dir, speed);
+        if ((flags & FIRST_WRITTEN) != 0) {
+            level.fields[LF_WDIR] = dir;
+        }
+        if ((flags & SECOND_WRITTEN) != 0) {
+            level.fields[LF_WSPD] = speed;
+        }
+        if (placed) {
+            addLevel(std::move(level));
+        }
+    }
+}
+
+// nnPPP
+// 11850: 850 hPa; in part B 00015 is 1015 hPa; in part D 11700 is 70.0 hPa. The level number nn is not looked at.
+// Takes the group. Source: FM 35, sections 5 and 6.
+bool Corvane::decodeSignificantPressure(double& pressure) {
+    const std::string figures = tokenQueue.front().substr(2, 3);
+    SKIP_TOKENS(1);
+    if (figures.empty()) {
+        return false;
+    }
+    pressure = extractDouble(figures);
+    if (part == 1 && pressure < 100.0) {
+        pressure += 1000.0;
+    } else if (part == 3) {
+        pressure /= 10.0;
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Sections 7 and 8: sounding system and launch time, clouds
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 31313 srrarasasa 8GGgg (9snTwTwTw)
+// 31313 58708 81102: radiation correction 5, sounding system 87, tracking 08, launched at 11:02 UTC.
+// Takes two groups and leaves the time group; this is meant, sections 9 and 10 pass over it. Throws when groups are
+// missing and when the time group does not begin with 8. Source: FM 35, section 7, sr, rara, sasa (code tables 3849,
+// 3685, 3872).
+void Corvane::decodeSection7() {
+    if (!frontIs("31313")) {
+        return;
+    }
+    NEED_TOKENS(3);
+    SKIP_TOKENS(1);
+
+    const std::string& system = tokenQueue.front();
+    sr = system.substr(0, 1);
+    rara = system.substr(1, 2);
+    sasa = system.substr(3, 2);
+    SKIP_TOKENS(1);
+
+    if (!frontBeginsWith("8")) {
+        throwErrorMsg("The first character of the observation time code group in section 7 must be \"8\".");
+    }
+    _obsTime = extractInt(tokenQueue.front().substr(1, 4));
+
+    // Never met, since the time group still stands in front of the sea-surface temperature of a TEMP SHIP; meant.
+    if (wmoMessageType == WMO_TEMP_SHIP && frontBeginsWith("9")) {
+        SKIP_TOKENS(1);
+    }
+}
+
+// 41414 NhCLhCMCH
+// Takes both groups, the clouds unread. Behind a section 7, whose time group is still in front, there is no section 8
+// to be seen; sections 9 and 10 then pass over it. Throws when the clouds are missing. Source: FM 35, section 8.
+void Corvane::decodeSection8() {
+    if (!frontIs("41414")) {
+        return;
+    }
+    SKIP_TOKENS(1);
+    SKIP_TOKENS(1);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Sections 9 and 10: regional and national groups
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 51515 ... 59595 ...
+// 51515 10164 00075
+// Takes every group up to the opener of section 10 or one with the letters of a part B, C or D in places 3 and 4, of
+// any length; section 10 looks more closely, and the difference is meant. Source: FM 35, section 9.
+void Corvane::decodeSection9() {
+    while (!tokenQueue.empty()) {
+        const std::string& group = tokenQueue.front();
+        if (std::find(regionalGroups.begin(), regionalGroups.end(), group) != regionalGroups.end() ||
+            isFollowingPart(group.substr(2, 2))) {
+            return;
+        }
+        SKIP_TOKENS(1);
+    }
+}
+
+// 61616 ... 69696 ...
+// 61616 AF302 0715A MARIA OB 03 62626 MBL WND 29023
+// Takes every group up to the next part, those after 62626 as remarks of a dropsonde. Source: FM 35, section 10.
+void Corvane::decodeSection10() {
+    while (!tokenQueue.empty() && !nextPartBegins()) {
+        if (frontIs("62626")) {
+            decode62626();
+        } else {
+            SKIP_TOKENS(1);
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Remarks of a dropsonde
+// ---------------------------------------------------------------------------------------------------------------------
+
+// 62626 REL 1532N06587W 023155 SPG 1529N06581W 024152 MBL WND 29023 EYEWALL 270 ...
+// Takes 62626 and every group up to the next part. Storm features (EYE, CENTER, RAINBAND, MXWNDBND) and plain language
+// are passed over a group at a time, EYEWALL together with its bearing. Throws for a known remark that is cut short or
+// garbled. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+void Corvane::decode62626() {
+    SKIP_TOKENS(1);
+    while (!tokenQueue.empty() && !nextPartBegins()) {
+        if (frontIs("WL")) {
+            NEED_TOKEN_OF_LENGTH(5);  // WL 150 becomes WL150
+        }
+        if (frontIs("REL") || frontIs("SPG") || frontIs("SPL")) {
+            decodeRELSPGSPL();
+        } else if (frontIs("AEV")) {
+            SKIP_TOKENS(1);
+            NEED_TOKEN_OF_LENGTH(5);
+            SKIP_TOKENS(1);
+        } else if (frontIs("WL150")) {
+            decodeWL150();
+        } else if (frontIs("DLM")) {
+            decodeDLMWND();
+        } else if (frontIs("MBL")) {
+            decodeMBLWND();
+        } else if (frontIs("LST")) {
+            decodeLSTWND();
+        } else if (frontIs("LAST")) {
+            SKIP_TOKENS(1);
+            NEED_TOKEN_OF_LENGTH(6);
+            if (!frontIs("REPORT")) {
+                throwErrorNear("LAST must be followed by REPORT. ");
+            }
+            SKIP_TOKENS(1);
+        } else if (frontIs("EYEWALL")) {
+            SKIP_TOKENS(2);
+        } else {
+            SKIP_TOKENS(1);
+        }
+    }
+}
+
+// REL position hhmmss, SPG position hhmmss, SPL position hhmm
+// REL 1532N06587W 023155: released at 15 degrees 32 minutes north at 02:31:55 UTC.
+// Takes three groups, joining a position or time cut in two. The first remark of each keyword is filed, later ones are
+// not. Throws for a group of another length and for a position that is none. Source: National Hurricane Operations
+// Plan, TEMP DROP code, 62626.
+void Corvane::decodeRELSPGSPL() {
+    NEED_TOKENS(3);
+    Level level;
+    if (frontIs("REL")) {
+        level.type = LT_RELEASEPOINT;
+    } else if (frontIs("SPG")) {
+        level.type = LT_SPLASHPOINTRAWGPS;
+    } else if (frontIs("SPL")) {
+        level.type = LT_SPLASHPOINTWINDINTEG;
+    } else {
+        throwErrorMsg("REL, SPG or SPL is expected");
+    }
+    SKIP_TOKENS(1);
+
+    NEED_TOKEN_OF_LENGTH(11);
+    double lat = 0.0;
+    double lon = 0.0;
+    decodeRelSpgSplLatLon(tokenQueue.front(), lat, lon);
+    SKIP_TOKENS(1);
+    level.fields[LF_LAT] = lat;
+    level.fields[LF_LON] = lon;
+
+    NEED_TOKEN_OF_LENGTH(level.type == LT_SPLASHPOINTWINDINTEG ? 4 : 6);
+    level.fields[LF_TIME] = leadingNumber(tokenQueue.front());
+    SKIP_TOKENS(1);
+    addFirstLevel(std::move(level));
+}
+
+// ddmmN or ddmmS, then dddmmE or dddmmW
+// 3233N06956W: 32.33 and -69.56, degrees and minutes divided by a hundred and not converted; meant.
+// One right letter is enough; any other letter than N counts as S, any other than E as W; meant. Takes nothing: the
+// group is the caller's. Throws when a piece is missing or no letter is right.
+void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, double& lon) const {
+    std::size_t at = 0;
+    const auto takeDigits = [&] {
+        const std::size_t begin = at;
+        while (at < position.size() && isDigit(position[at])) {
+            ++at;
+        }
+        return position.substr(begin, at - begin);
+    };
+    const auto takeCharacter = [&] {
+        const std::string character = position.substr(at, 1);
+        at += character.size();
+        return character;
+    };
+    const std::string latDigits = takeDigits();
+    const std::string latHemisphere = takeCharacter();
+    const std::string lonDigits = takeDigits();
+    const std::string lonHemisphere = takeCharacter();
+
+    const bool complete = !latDigits.empty() && !latHemisphere.empty() && !lonDigits.empty() && !lonHemisphere.empty();
+    const bool latKnown = latHemisphere == "N" || latHemisphere == "S";
+    const bool lonKnown = lonHemisphere == "E" || lonHemisphere == "W";
+    if (!complete || (!latKnown && !lonKnown)) {
+        throwErrorMsg("REL and SPG position must be coded as 3233N06956W.");
+    }
+    lat = leadingNumber(latDigits) / 100.0 * (latHemisphere == "N" ? 1.0 : -1.0);
+    lon = leadingNumber(lonDigits) / 100.0 * (lonHemisphere == "E" ? 1.0 : -1.0);
+}
+
+// WL150 dddff hhh
+// WL150 28523 080: mean wind of the lowest 150 m, from 285 degrees with 23 knots, its middle at 80 m.
+// Takes three groups, joining what is cut in two. Filed only with a wind, and only the first.
+// Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+void Corvane::decodeWL150() {
+    NEED_TOKENS(3);
+    SKIP_TOKENS(1);
+
+    NEED_TOKEN_OF_LENGTH(5);
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    const int flags = decodeDDFFF(dir, speed);
+
+    NEED_TOKEN_OF_LENGTH(3);
+    const double height = leadingNumber(tokenQueue.front());
+    SKIP_TOKENS(1);
+
+    if (flags != 0) {
+        Level level(LT_150MLAYERWIND);
+        level.fields[LF_WSPD] = speed;
+        level.fields[LF_WDIR] = dir;
+        level.fields[LF_HEIGHT] = height;
+        addFirstLevel(std::move(level));
+    }
+}
+
+// DLM WND dddff PPPppp
+// DLM WND 29525 007410: mean wind of the layer from 1007 to 410 hPa.
+// Takes four groups, joining what is cut in two. Filed even without a wind, unlike WL150; meant. Only the first is
+// filed. Throws when WND is missing. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+void Corvane::decodeDLMWND() {
+    NEED_TOKENS(4);
+    SKIP_TOKENS(1);
+    if (!frontIs("WND")) {
+        throwErrorMsg("DLM must be followed by WND.");
+    }
+    SKIP_TOKENS(1);
+
+    NEED_TOKEN_OF_LENGTH(5);
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    decodeDDFFF(dir, speed);
+
+    NEED_TOKEN_OF_LENGTH(6);
+    const auto layerPressure = [](const std::string& figures) {
+        const double pressure = leadingNumber(figures);
+        return pressure < 100.0 ? pressure + 1000.0 : pressure;
+    };
+    Level level(LT_DEEPLAYERWIND);
+    level.fields[LF_PRES] = layerPressure(tokenQueue.front().substr(0, 3));
+    level.fields[LF_PRES2] = layerPressure(tokenQueue.front().substr(3, 3));
+    level.fields[LF_WDIR] = dir;
+    level.fields[LF_WSPD] = speed;
+    SKIP_TOKENS(1);
+    addFirstLevel(std::move(level));
+}
+
+// MBL WND dddff
+// MBL WND 29023: mean wind of the boundary layer, from 290 degrees with 23 knots.
+// Takes three groups, joining what is cut in two. Filed even without a wind, unlike WL150; meant. Only the first is
+// filed. Throws when WND is missing. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+void Corvane::decodeMBLWND() {
+    NEED_TOKENS(3);
+    SKIP_TOKENS(1);
+    if (!frontIs("WND")) {
+        throwErrorMsg("MBL must be followed by WND.");
+    }
+    SKIP_TOKENS(1);
+
+    NEED_TOKEN_OF_LENGTH(5);
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    decodeDDFFF(dir, speed);
+
+    Level level(LT_MEANBLWIND);
+    level.fields[LF_WDIR] = dir;
+    level.fields[LF_WSPD] = speed;
+    addFirstLevel(std::move(level));
+}
+
+// LST WND hhh
+// LST WND 013: the last wind was measured at 13 m.
+// Takes three groups, joining what is cut in two. Only the first is filed. Throws when WND is missing.
+// Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+void Corvane::decodeLSTWND() {
+    NEED_TOKENS(3);
+    SKIP_TOKENS(1);
+    if (!frontIs("WND")) {
+        throwErrorMsg("LST must be followed by WND.");
+    }
+    SKIP_TOKENS(1);
+
+    NEED_TOKEN_OF_LENGTH(3);
+    Level level(LT_LASTWINDHEIGHT);
+    level.fields[LF_HEIGHT] = leadingNumber(tokenQueue.front());
+    SKIP_TOKENS(1);
+    addFirstLevel(std::move(level));
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Profile and dump
+// ---------------------------------------------------------------------------------------------------------------------
+
+std::vector<Corvane::Level> Corvane::profile() const {
+    std::map<double, Level> merged;
+    for (const Level& level : levels({LT_SURFACE, LT_MANDATORY, LT_SIGNIFICANT})) {
+        const auto pressure = level.fields.find(LF_PRES);
+        if (pressure == level.fields.end()) {
+            continue;
+        }
+        Level& target = merged.try_emplace(pressure->second, LT_GENERIC).first->second;
+        for (const auto& field : level.fields) {
+            target.fields[field.first] = field.second;
+        }
+    }
+
+    std::vector<Level> ascending;
+    ascending.reserve(merged.size());
+    for (auto& entry : merged) {
+        ascending.push_back(std::move(entry.second));
+    }
+    return ascending;
+}
+
+std::ostream& operator<<(std::ostream& os, const Corvane& decoder) {
+    for (const Corvane::Level& level : decoder.profile()) {
+        for (const auto& field : level.fields) {
+            std::cout << std::right << std::setw(6) << Corvane::Level::fieldName(field.first) << ": "  //
+                      << std::left << std::setw(8) << field.second;
+        }
+        std::cout << std::endl;
+    }
+    return os;
+}

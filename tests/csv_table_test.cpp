@@ -1,0 +1,130 @@
+// The table of the program: its header, its columns, how numbers are written, the order of the rows.
+#include "OpenDecoder.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <limits>
+#include <sstream>
+#include <string>
+
+void csv(const Corvane& decoder);
+
+namespace {
+
+const std::string HEADER = "type,pres,tdry,dp,wspd,wdir,height,time,lat,lon,pres2\n";
+
+std::string tableOf(const Corvane& decoder) {
+    const std::ostringstream table;
+    std::streambuf* const standardOutput = std::cout.rdbuf(table.rdbuf());
+    csv(decoder);
+    std::cout.rdbuf(standardOutput);
+    return table.str();
+}
+
+// The row of one level of this kind with these fields.
+std::string rowOf(Corvane::LEVEL_TYPE kind, const std::map<Corvane::LEVEL_FIELD, double>& fields) {
+    OpenDecoder decoder;
+    Corvane::Level level(kind);
+    level.fields = fields;
+    decoder.addLevel(level);
+    const std::string table = tableOf(decoder);
+    EXPECT_EQ(table.substr(0, HEADER.size()), HEADER);
+    return table.substr(HEADER.size());
+}
+
+std::string numberAsWritten(double number) {
+    const std::string row = rowOf(Corvane::LT_RELEASEPOINT, {{Corvane::LF_TIME, number}});
+    const std::string before = "releasepoint,,,,,,,";
+    const std::string behind = ",,,\n";
+    EXPECT_EQ(row.substr(0, before.size()), before);
+    EXPECT_EQ(row.substr(row.size() - behind.size()), behind);
+    return row.substr(before.size(), row.size() - before.size() - behind.size());
+}
+
+}  // namespace
+
+TEST(CsvTable, WithoutLevelsTheHeaderStandsAlone) {
+    EXPECT_EQ(tableOf(OpenDecoder()), HEADER);
+}
+
+TEST(CsvTable, AnAbsentQuantityIsAnEmptyField) {
+    EXPECT_EQ(rowOf(Corvane::LT_MANDATORY,
+                    {{Corvane::LF_PRES, 850.0}, {Corvane::LF_TDRY, 12.4}, {Corvane::LF_HEIGHT, 1457.0}}),
+              "mandatory,850,12.4,,,,1457,,,,\n");
+    EXPECT_EQ(rowOf(Corvane::LT_SIGNIFICANT,
+                    {{Corvane::LF_PRES, 700.0}, {Corvane::LF_WSPD, 10.0}, {Corvane::LF_WDIR, 270.0}}),
+              "significant,700,,,10,270,,,,,\n");
+    EXPECT_EQ(rowOf(Corvane::LT_TROPOPAUSE, {}), "tropopause,,,,,,,,,,\n");
+}
+
+TEST(CsvTable, EachQuantityHasItsColumn) {
+    const std::map<Corvane::LEVEL_FIELD, double> everything = {
+        {Corvane::LF_PRES, 1.0}, {Corvane::LF_TDRY, 2.0},   {Corvane::LF_DP, 3.0},  {Corvane::LF_WSPD, 4.0},
+        {Corvane::LF_WDIR, 5.0}, {Corvane::LF_HEIGHT, 6.0}, {Corvane::LF_VA, 77.0}, {Corvane::LF_VB, 88.0},
+        {Corvane::LF_TIME, 7.0}, {Corvane::LF_LAT, 8.0},    {Corvane::LF_LON, 9.0}, {Corvane::LF_PRES2, 10.0}};
+    EXPECT_EQ(rowOf(Corvane::LT_GENERIC, everything), "generic,1,2,3,4,5,6,7,8,9,10\n");
+}
+
+TEST(CsvTable, TheShearsOfAMaximumWindAreNotWritten) {
+    EXPECT_EQ(rowOf(Corvane::LT_MAXWIND, {{Corvane::LF_PRES, 250.0}, {Corvane::LF_VA, 5.0}, {Corvane::LF_VB, 10.0}}),
+              "maxwind,250,,,,,,,,,\n");
+}
+
+TEST(CsvTable, EveryRowHasTenCommas) {
+    const std::string row = rowOf(Corvane::LT_SPLASHPOINTRAWGPS, {{Corvane::LF_LAT, -15.32}, {Corvane::LF_LON, 65.87}});
+    EXPECT_EQ(row, "splashpointrawgps,,,,,,,,-15.32,65.87,\n");
+    EXPECT_EQ(std::count(row.begin(), row.end(), ','), 10);
+}
+
+TEST(CsvTable, NumbersHaveSixSignificantDigits) {
+    EXPECT_EQ(numberAsWritten(1000.0), "1000");
+    EXPECT_EQ(numberAsWritten(925.0), "925");
+    EXPECT_EQ(numberAsWritten(-56.3), "-56.3");
+    EXPECT_EQ(numberAsWritten(0.5), "0.5");
+    EXPECT_EQ(numberAsWritten(12.345678), "12.3457");
+    EXPECT_EQ(numberAsWritten(1234567.0), "1.23457e+06");
+    EXPECT_EQ(numberAsWritten(999999.0), "999999");
+    EXPECT_EQ(numberAsWritten(1000000.0), "1e+06");
+    EXPECT_EQ(numberAsWritten(0.0001), "0.0001");
+    EXPECT_EQ(numberAsWritten(0.00001), "1e-05");
+    EXPECT_EQ(numberAsWritten(-0.0), "-0");
+    EXPECT_EQ(numberAsWritten(std::numeric_limits<double>::quiet_NaN()), "nan");
+    EXPECT_EQ(numberAsWritten(std::numeric_limits<double>::infinity()), "inf");
+}
+
+TEST(CsvTable, KindsStandInTheirOrderAndLevelsAsFiled) {
+    OpenDecoder decoder;
+    const auto file = [&](Corvane::LEVEL_TYPE kind, double pressure) {
+        Corvane::Level level(kind);
+        level.fields[Corvane::LF_PRES] = pressure;
+        decoder.addLevel(level);
+    };
+    file(Corvane::LT_SIGNIFICANT, 700.0);
+    file(Corvane::LT_SURFACE, 1010.0);
+    file(Corvane::LT_MANDATORY, 850.0);
+    file(Corvane::LT_SIGNIFICANT, 900.0);
+    file(Corvane::LT_SURFACE, 1009.0);
+    EXPECT_EQ(tableOf(decoder), HEADER + "surface,1010,,,,,,,,,\n"
+                                         "surface,1009,,,,,,,,,\n"
+                                         "mandatory,850,,,,,,,,,\n"
+                                         "significant,700,,,,,,,,,\n"
+                                         "significant,900,,,,,,,,,\n");
+}
+
+TEST(CsvTable, EveryKindBearsItsName) {
+    const std::array<const char*, 13> names{
+        "generic",          "surface",       "mandatory",  "significant",    "tropopause",   "maxwind",
+        "150mlayerwind",    "deeplayerwind", "meanblwind", "lastwindheight", "releasepoint", "splashpointwindinteg",
+        "splashpointrawgps"};
+    for (std::size_t kind = 0; kind < names.size(); ++kind) {
+        EXPECT_EQ(rowOf(static_cast<Corvane::LEVEL_TYPE>(kind), {}), std::string(names[kind]) + ",,,,,,,,,,\n");
+    }
+}
+
+TEST(CsvTable, WritingTheTableLeavesTheDecoderAsItWas) {
+    const Corvane decoder("TTAA 56000 72403 99014 32259 11514 00140 30057 11500 88999 77999");
+    const std::string first = tableOf(decoder);
+    EXPECT_EQ(tableOf(decoder), first);
+    EXPECT_EQ(decoder.allLevels().size(), 2U);
+}
