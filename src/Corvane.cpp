@@ -41,27 +41,29 @@ bool isWhiteSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-// Whether a text is nothing but decimal digits, few enough to be exact in a number of this type.
-template <typename Number>
-bool isPlainNumber(const std::string& text) {
-    return !text.empty() && text.size() <= std::numeric_limits<Number>::digits10 &&
-           std::all_of(text.begin(), text.end(), isDigit);
-}
+constexpr int NOT_PLAIN = -1;
 
-template <typename Number>
-Number plainNumber(const std::string& text) {
-    Number value = 0;
-    for (const char digit : text) {
-        value = value * 10 + static_cast<Number>(digit - '0');
+// The value of a text that is one to nine decimal digits, as nearly every number of a report is; otherwise NOT_PLAIN.
+int plainNumber(const std::string& text) {
+    if (text.empty() || text.size() > 9) {
+        return NOT_PLAIN;
+    }
+    int value = 0;
+    for (const char character : text) {
+        if (!isDigit(character)) {
+            return NOT_PLAIN;
+        }
+        value = value * 10 + (character - '0');
     }
     return value;
 }
 
-// Nearly every number of a report is plain digits; the stream, slow to set up, is for what a garbled group may hold.
+// Whatever is not plain digits is left to the stream, which is slow to set up but knows every spelling.
 template <typename Number>
 Number extract(const std::string& text) {
-    if (isPlainNumber<Number>(text)) {
-        return plainNumber<Number>(text);
+    const int plain = plainNumber(text);
+    if (plain != NOT_PLAIN) {
+        return static_cast<Number>(plain);
     }
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
@@ -179,9 +181,11 @@ void Corvane::init() {
 
     partIds.insert(partIds.end(), {"AA", "BB", "CC", "DD"});
 
+    mandatoryA.reserve(mandatoryA.size() + STANDARD_SURFACES_A.size());
     for (const StandardSurface& surface : STANDARD_SURFACES_A) {
         mandatoryA.push_back({surface.code, surface.pressure});
     }
+    mandatoryC.reserve(mandatoryC.size() + STANDARD_SURFACES_C.size());
     for (const StandardSurface& surface : STANDARD_SURFACES_C) {
         mandatoryC.push_back({surface.code, surface.pressure});
     }
@@ -321,11 +325,11 @@ std::string Corvane::whereAreWe(int n) const {
 // The three contexts of a fault differ in "at", "at " and "near " and in the blank before the dots. This is meant:
 // people match these texts.
 
-void Corvane::throwErrorMsg(std::string msg) const {
+void Corvane::throwErrorMsg(const std::string& msg) const {
     throw msg + " Error detected at " + whereAreWe(6) + "...";
 }
 
-void Corvane::throwErrorNear(std::string msg) const {
+void Corvane::throwErrorNear(const std::string& msg) const {
     throw msg + "Error detected near " + whereAreWe(6) + " ...";
 }
 
@@ -343,7 +347,9 @@ void Corvane::NEED_TOKENS(int n) const {
 
 void Corvane::SKIP_TOKENS(int n) {
     NEED_TOKENS(n);
-    tokenQueue.erase(tokenQueue.begin(), tokenQueue.begin() + n);
+    for (; n > 0; --n) {
+        tokenQueue.pop_front();
+    }
 }
 
 void Corvane::NEED_TOKEN_OF_LENGTH(int n) {
@@ -361,11 +367,11 @@ void Corvane::NEED_TOKEN_OF_LENGTH(int n) {
     throwErrorNear("This code group requires exactly " + std::to_string(n) + " characters. ");
 }
 
-bool Corvane::frontBeginsWith(const char* characters) const {
-    return !tokenQueue.empty() && tokenQueue.front().rfind(characters, 0) == 0;
+bool Corvane::frontBeginsWith(std::string_view characters) const {
+    return !tokenQueue.empty() && tokenQueue.front().compare(0, characters.size(), characters) == 0;
 }
 
-bool Corvane::frontIs(const char* group) const {
+bool Corvane::frontIs(std::string_view group) const {
     return !tokenQueue.empty() && tokenQueue.front() == group;
 }
 
@@ -386,8 +392,9 @@ int Corvane::extractInt(const std::string& text) {
 }
 
 double Corvane::leadingNumber(const std::string& text) {
-    if (isPlainNumber<double>(text)) {
-        return plainNumber<double>(text);
+    const int plain = plainNumber(text);
+    if (plain != NOT_PLAIN) {
+        return plain;
     }
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(text.c_str(), nullptr, classic);
@@ -736,7 +743,7 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     NEED_TOKENS(2);
     const MandatoryInfo& surface = table.at(static_cast<std::size_t>(index));
     const bool isGround = surface.code == "99";
-    if (!frontBeginsWith(surface.code.c_str())) {
+    if (!frontBeginsWith(surface.code)) {
         throwErrorMsg("The mandatory significant observation is incorrectly coded.");
     }
 
@@ -1219,7 +1226,7 @@ void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, do
         return position.substr(begin, at - begin);
     };
     const auto takeCharacter = [&] {
-        const std::string character = position.substr(at, 1);
+        std::string character = position.substr(at, 1);
         at += character.size();
         return character;
     };

@@ -41,6 +41,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #if defined(__GNUC__)
@@ -240,9 +241,9 @@ protected:
     /// The first `n` groups of the queue, fewer if fewer remain, each with a blank behind it.
     std::string whereAreWe(int n) const;
     /// Throws `msg` with the context " Error detected at ...".
-    [[noreturn]] void throwErrorMsg(std::string msg) const;
+    [[noreturn]] void throwErrorMsg(const std::string& msg) const;
     /// Throws `msg`, which ends in a blank, with the context "Error detected near ...".
-    [[noreturn]] void throwErrorNear(std::string msg) const;
+    [[noreturn]] void throwErrorNear(const std::string& msg) const;
     /// Throws unless `n` groups remain.
     void NEED_TOKENS(int n) const;
     /// Removes `n` groups; throws, and removes none, if fewer remain.
@@ -250,9 +251,9 @@ protected:
     /// Makes sure that the front group has `n` characters, joining it with the next one where that gives `n`.
     void NEED_TOKEN_OF_LENGTH(int n);
     /// Whether a group remains and the front one begins with these characters.
-    bool frontBeginsWith(const char* characters) const;
+    bool frontBeginsWith(std::string_view characters) const;
     /// Whether a group remains and the front one is this one.
-    bool frontIs(const char* group) const;
+    bool frontIs(std::string_view group) const;
     /// Whether the front group is the MMMM of a part B, C or D: four characters, the last two BB, CC or DD.
     bool nextPartBegins() const;
 

@@ -1,0 +1,124 @@
+// Decoding in process: the constructor, the table into a string stream, and as a floor the plain splitting of the same
+// text into a deque of strings. Then how all this grows with the report.
+#include <corvane/Corvane.h>
+
+#include <benchmark/benchmark.h>
+#include <deque>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+void csv(const Corvane& decoder);
+
+namespace {
+
+std::string report(const char* name) {
+    const std::string path = std::string(CORVANE_REPORTS) + "/" + name + ".txt";
+    std::ifstream file(path);
+    if (!file) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// A part B of about this many groups: significant levels, every tenth value garbled.
+std::string reportOfGroups(long groups) {
+    std::string text = "TTBB 56008 72403";
+    for (long pair = 0; pair < groups / 2; ++pair) {
+        const long pressure = 999 - pair % 900;
+        text += pair % 10 == 9 ? " 11+9/ 1/245" : " 11" + std::to_string(1000 + pressure).substr(1) + " 12345";
+    }
+    return text;
+}
+
+std::deque<std::string> split(const std::string& text) {
+    std::deque<std::string> groups;
+    const char* const whiteSpace = " \t\n\v\f\r";
+    std::size_t begin = text.find_first_not_of(whiteSpace);
+    while (begin != std::string::npos) {
+        const std::size_t end = std::min(text.find_first_of(whiteSpace, begin), text.size());
+        groups.emplace_back(text, begin, end - begin);
+        begin = text.find_first_not_of(whiteSpace, end);
+    }
+    return groups;
+}
+
+void count(benchmark::State& state, const std::string& text) {
+    state.SetItemsProcessed(state.iterations());
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void splitText(benchmark::State& state, const std::string& text) {
+    for (auto iteration : state) {
+        benchmark::DoNotOptimize(split(text));
+    }
+    count(state, text);
+}
+
+void decode(benchmark::State& state, const std::string& text) {
+    for (auto iteration : state) {
+        const Corvane decoder(text);
+        benchmark::DoNotOptimize(&decoder);
+    }
+    count(state, text);
+}
+
+void refuse(benchmark::State& state, const std::string& text) {
+    for (auto iteration : state) {
+        try {
+            const Corvane decoder(text);
+            state.SkipWithError("the report is not refused");
+        } catch (const std::string& fault) {
+            benchmark::DoNotOptimize(fault.data());
+        }
+    }
+    count(state, text);
+}
+
+void writeTable(benchmark::State& state, const std::string& text) {
+    const Corvane decoder(text);
+    for (auto iteration : state) {
+        const std::ostringstream table;
+        std::streambuf* const standardOutput = std::cout.rdbuf(table.rdbuf());
+        csv(decoder);
+        std::cout.rdbuf(standardOutput);
+        benchmark::DoNotOptimize(table);
+    }
+    count(state, text);
+}
+
+void grow(benchmark::State& state) {
+    const std::string text = reportOfGroups(state.range(0));
+    for (auto iteration : state) {
+        const Corvane decoder(text);
+        benchmark::DoNotOptimize(&decoder);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+    state.counters["per_group"] =
+        benchmark::Counter(static_cast<double>(state.range(0)),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    benchmark::RegisterBenchmark("split/drop", splitText, report("drop-maria-2017"));
+    benchmark::RegisterBenchmark("decode/drop", decode, report("drop-maria-2017"));
+    benchmark::RegisterBenchmark("table/drop", writeTable, report("drop-maria-2017"));
+    benchmark::RegisterBenchmark("split/land", splitText, report("temp-camborne-2026"));
+    benchmark::RegisterBenchmark("decode/land", decode, report("temp-camborne-2026"));
+    benchmark::RegisterBenchmark("table/land", writeTable, report("temp-camborne-2026"));
+    benchmark::RegisterBenchmark("split/refused", splitText, report("temp-key-west-2022"));
+    benchmark::RegisterBenchmark("decode/refused", refuse, report("temp-key-west-2022"));
+    benchmark::RegisterBenchmark("grow", grow)->RangeMultiplier(10)->Range(1000, 1000000);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
