@@ -14,6 +14,8 @@
 #include <sstream>
 #include <utility>
 
+using namespace std::string_view_literals;  // comparing with them looks at the length first
+
 namespace {
 
 constexpr double METRES_PER_SECOND_IN_A_KNOT = 0.5144;
@@ -75,7 +77,7 @@ Number extract(const std::string& text) {
 // The letters of part B, C or D. Part A is not among them, and this is meant: a report gives its parts in the order A
 // to D, so that none is followed by a part A.
 bool isFollowingPart(const std::string& letters) {
-    return letters == "BB" || letters == "CC" || letters == "DD";
+    return letters == "BB"sv || letters == "CC"sv || letters == "DD"sv;
 }
 
 }  // namespace
@@ -248,7 +250,7 @@ std::string Corvane::Level::fieldName(LEVEL_FIELD field) {
 
 void Corvane::addLevel(Level level) {
     const LEVEL_TYPE kind = level.type;
-    levelStore.emplace(kind, std::move(level));
+    levelStore.emplace_hint(levelStore.end(), kind, std::move(level));
 }
 
 void Corvane::addFirstLevel(Level level) {
@@ -285,20 +287,24 @@ std::vector<Corvane::Level> Corvane::levels(std::set<LEVEL_TYPE> types) const {
 // taken off, wherever it stands, so that "==" stays as the group "=".
 std::deque<std::string> Corvane::tokenize(std::string text) {
     std::deque<std::string> groups;
-    auto begin = text.cbegin();
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const char* terminator = std::find(at, end, '=');
     while (true) {
-        begin = std::find_if_not(begin, text.cend(), isWhiteSpace);
-        if (begin == text.cend()) {
+        at = std::find_if_not(at, end, isWhiteSpace);
+        if (at == end) {
             return groups;
         }
-        const auto end = std::find_if(begin, text.cend(), isWhiteSpace);
-        const auto terminator = std::find(begin, end, '=');
-        if (terminator == end) {
-            groups.emplace_back(begin, end);
-        } else if (end - begin > 1) {
-            groups.emplace_back(begin, terminator).append(terminator + 1, end);
+        const char* const begin = at;
+        at = std::find_if(at, end, isWhiteSpace);
+        if (at <= terminator) {
+            groups.emplace_back(begin, at);
+            continue;
         }
-        begin = end;
+        if (at - begin > 1) {
+            groups.emplace_back(begin, terminator).append(terminator + 1, at);
+        }
+        terminator = std::find(at, end, '=');
     }
 }
 
@@ -335,9 +341,12 @@ void Corvane::throwErrorNear(const std::string& msg) const {
 
 void Corvane::NEED_TOKENS(int n) const {
     // Compared as an unsigned number, so that a negative count is never met.
-    if (static_cast<std::uint32_t>(n) <= tokenQueue.size()) {
-        return;
+    if (static_cast<std::uint32_t>(n) > tokenQueue.size()) {
+        throwTooFew(n);
     }
+}
+
+void Corvane::throwTooFew(int n) const {
     std::string msg = "At least " + std::to_string(n) + " code groups are required. ";
     if (n > 0) {
         msg += "Error detected at" + whereAreWe(6) + " ...";
@@ -525,7 +534,7 @@ void Corvane::decodeYYGGId_YYGGa4() {
         (part == 0 ? lastWindPresA : lastWindPresC) = pressure;
     } else if (part == 1) {
         a4 = indicator;
-    } else if (indicator != "/") {
+    } else if (indicator != "/"sv) {
         throwErrorMsg("The last character in the third code group of Part D, section 1, should be /.");
     }
     SKIP_TOKENS(1);
@@ -606,13 +615,13 @@ void Corvane::decodePosition() {
     const std::string& group = tokenQueue.front();
     _longitude = extractDouble(group.substr(1, 4)) / 10.0;
     const std::string quadrant = group.substr(0, 1);
-    if (quadrant != "1" && quadrant != "3" && quadrant != "5" && quadrant != "7" && quadrant != "/") {
+    if (quadrant != "1"sv && quadrant != "3"sv && quadrant != "5"sv && quadrant != "7"sv && quadrant != "/"sv) {
         throwErrorMsg("The quadrant indicator must be 1, 3, 5, 7 or /.");
     }
-    if (quadrant == "3" || quadrant == "5") {
+    if (quadrant == "3"sv || quadrant == "5"sv) {
         _latitude = -_latitude;
     }
-    if (quadrant == "5" || quadrant == "7") {
+    if (quadrant == "5"sv || quadrant == "7"sv) {
         _longitude = -_longitude;
     }
     SKIP_TOKENS(1);
@@ -669,7 +678,7 @@ int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
     if (group[2] % 2 != 0) {  // the parity of the character, so that "/" for the tenths counts as below zero
         temp = -temp;
     }
-    if (depressionCode == "//") {
+    if (depressionCode == "//"sv) {
         SKIP_TOKENS(1);
         return FIRST_WRITTEN;
     }
@@ -689,7 +698,7 @@ int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
 // Takes the group; with // for dd or /// for fff nothing is written. Source: FM 35, section 2, ddfff.
 int Corvane::decodeDDFFF(double& dir, double& speed) {
     const std::string& group = tokenQueue.front();
-    if (group.substr(2, 3) == "///" || group.substr(0, 2) == "//") {
+    if (group.substr(2, 3) == "///"sv || group.substr(0, 2) == "//"sv) {
         SKIP_TOKENS(1);
         return 0;
     }
@@ -742,7 +751,7 @@ void Corvane::decodeSection2() {
 void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     NEED_TOKENS(2);
     const MandatoryInfo& surface = table.at(static_cast<std::size_t>(index));
-    const bool isGround = surface.code == "99";
+    const bool isGround = surface.code == "99"sv;
     if (!frontBeginsWith(surface.code)) {
         throwErrorMsg("The mandatory significant observation is incorrectly coded.");
     }
@@ -750,7 +759,7 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     Level level(LT_MANDATORY);
     level.fields[LF_PRES] = surface.pressure;
     const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///") {
+    if (figures != "///"sv) {
         const double value = extractDouble(figures);
         if (isGround) {
             level.type = LT_SURFACE;
@@ -844,7 +853,7 @@ double heightBy(const Rules& rules, const std::string& code, double hhh) {
 // Source: FM 35, section 2, hhh.
 double Corvane::mandatoryHeight(const std::string& code, double hhh) const {
     if (part == 0) {
-        if (code == "00") {
+        if (code == "00"sv) {
             return hhh < 500.0 ? hhh : 500.0 - hhh;
         }
         return heightBy(HEIGHT_RULES_A, code, hhh);
@@ -885,7 +894,7 @@ void Corvane::decodeTrop() {
     }
     Level level(LT_TROPOPAUSE);
     const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///") {
+    if (figures != "///"sv) {
         const double pressure = extractDouble(figures);
         level.fields[LF_PRES] = part == 2 ? pressure / 10.0 : pressure;
     }
@@ -943,7 +952,7 @@ void Corvane::decodeMaxWind() {
     }
     Level level(LT_MAXWIND);
     const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///") {
+    if (figures != "///"sv) {
         level.fields[LF_PRES] = extractDouble(figures);
     }
     SKIP_TOKENS(1);
@@ -962,11 +971,11 @@ void Corvane::decodeMaxWind() {
         // vbvb, the shear below, goes to LF_VA and vava, the shear above, to LF_VB; the crossing is meant.
         const double unit = _windsInKnots ? METRES_PER_SECOND_IN_A_KNOT : 1.0;
         const std::string vbvb = tokenQueue.front().substr(1, 2);
-        if (vbvb != "//") {
+        if (vbvb != "//"sv) {
             level.fields[LF_VA] = extractDouble(vbvb) * unit;
         }
         const std::string vava = tokenQueue.front().substr(3, 2);
-        if (vava != "//") {
+        if (vava != "//"sv) {
             level.fields[LF_VB] = extractDouble(vava) * unit;
         }
         SKIP_TOKENS(1);
@@ -1236,13 +1245,13 @@ void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, do
     const std::string lonHemisphere = takeCharacter();
 
     const bool complete = !latDigits.empty() && !latHemisphere.empty() && !lonDigits.empty() && !lonHemisphere.empty();
-    const bool latKnown = latHemisphere == "N" || latHemisphere == "S";
-    const bool lonKnown = lonHemisphere == "E" || lonHemisphere == "W";
+    const bool latKnown = latHemisphere == "N"sv || latHemisphere == "S"sv;
+    const bool lonKnown = lonHemisphere == "E"sv || lonHemisphere == "W"sv;
     if (!complete || (!latKnown && !lonKnown)) {
         throwErrorMsg("REL and SPG position must be coded as 3233N06956W.");
     }
-    lat = leadingNumber(latDigits) / 100.0 * (latHemisphere == "N" ? 1.0 : -1.0);
-    lon = leadingNumber(lonDigits) / 100.0 * (lonHemisphere == "E" ? 1.0 : -1.0);
+    lat = leadingNumber(latDigits) / 100.0 * (latHemisphere == "N"sv ? 1.0 : -1.0);
+    lon = leadingNumber(lonDigits) / 100.0 * (lonHemisphere == "E"sv ? 1.0 : -1.0);
 }
 
 // WL150 dddff hhh

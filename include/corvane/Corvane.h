@@ -244,6 +244,8 @@ protected:
     [[noreturn]] void throwErrorMsg(const std::string& msg) const;
     /// Throws `msg`, which ends in a blank, with the context "Error detected near ...".
     [[noreturn]] void throwErrorNear(const std::string& msg) const;
+    /// Throws that `n` groups are required, with the context "Error detected at..." when `n` is above 0.
+    [[noreturn]] void throwTooFew(int n) const;
     /// Throws unless `n` groups remain.
     void NEED_TOKENS(int n) const;
     /// Removes `n` groups; throws, and removes none, if fewer remain.
