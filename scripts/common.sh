@@ -1,7 +1,9 @@
 # Sourced by the scripts beside it: where the project is, what they say, and how they get what is missing.
 
+unset CDPATH
+
 cd_project() {
-    cd "$(dirname "${BASH_SOURCE[0]}")/.."
+    cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 }
 
 say() {
@@ -31,7 +33,8 @@ install_missing() {
     fi
     say "installing ${missing[*]}"
     "${as_root[@]}" apt-get update >&2 </dev/null
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >&2 </dev/null
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}" >&2 </dev/null
     missing=()
 }
 

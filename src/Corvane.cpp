@@ -319,9 +319,10 @@ std::vector<std::string> Corvane::tokens() const {
 std::string Corvane::whereAreWe(int n) const {
     std::string groups;
     for (const std::string& group : tokenQueue) {
-        if (n-- <= 0) {
+        if (n <= 0) {
             break;
         }
+        --n;
         groups += group;
         groups += ' ';
     }
@@ -428,6 +429,7 @@ void Corvane::decodeAbrHdr() {
         return;
     }
     if (frontIs("COR")) {
+        // The group behind COR goes with it whatever it is, even an MMMM; meant.
         _abrHeader += " COR " + tokenQueue[1];
         SKIP_TOKENS(2);
     }
@@ -453,6 +455,7 @@ void Corvane::decodeMMMM() {
         throwErrorMsg("WMO type and part identifier (MMMM) must be 4 characters.");
     }
 
+    // By these four literals; the member wmoTypes holds the same table for subclasses and is not asked here.
     const std::string letters = group.substr(0, 2);
     const auto* const found = std::find_if(TYPE_LETTERS.begin(), TYPE_LETTERS.end(),
                                            [&](const TypeLetters& entry) { return letters == entry.letters; });
@@ -510,17 +513,21 @@ constexpr std::array<LastWind, 10> LAST_WINDS{{
 void Corvane::decodeYYGGId_YYGGa4() {
     NEED_TOKENS(1);
     const std::string& group = tokenQueue.front();
-    if (group.size() < 4) {
-        throwErrorMsg("The date and time group (YYGGId or YYGGa4) must have at least 4 characters.");
-    }
+    const auto needCharacters = [&](std::size_t count) {
+        if (group.size() < count) {
+            throwErrorMsg("The date and time group (YYGGId or YYGGa4) must have at least 4 characters.");
+        }
+    };
 
     _dayOfMonth = extractInt(group.substr(0, 2));
     if (_dayOfMonth > 50) {
         _windsInKnots = true;
         _dayOfMonth -= 50;
     }
+    needCharacters(2);
     _obsHour = extractInt(group.substr(2, 2));
 
+    needCharacters(4);
     const std::string indicator = group.substr(4, 1);
     if (part == 0 || part == 2) {
         const auto* const entry = std::find_if(LAST_WINDS.begin(), LAST_WINDS.end(), [&](const LastWind& row) {
@@ -643,10 +650,10 @@ void Corvane::decodeMobileElev() {
         return;
     }
     const std::string& group = tokenQueue.front();
+    mobileElevation = extractDouble(group.substr(0, 4));
     if (group.size() < 4) {
         throwErrorMsg("The elevation group (h0h0h0h0im) must have at least 4 characters.");
     }
-    mobileElevation = extractDouble(group.substr(0, 4));
     if (extractInt(group.substr(4, 1)) > 4) {
         mobileElevation *= METRES_IN_A_FOOT;
     }
@@ -768,6 +775,7 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
             level.fields[LF_HEIGHT] = mandatoryHeight(surface.code, value);
         }
     }
+    // A ground of 99/// stays a standard level of 0 hPa, the pressure of the table; meant.
     SKIP_TOKENS(1);
 
     double temp = NOT_REPORTED;
@@ -803,7 +811,8 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
 namespace {
 
 // A height is reported in metres up to 700 hPa and in tens of metres above, its thousands (tens of thousands) left out.
-// They follow from where the surface lies; where it may lie on both sides, figures above 500 are below the boundary.
+// They follow from where the surface lies; where it may lie on both sides, figures above 500 are below the boundary and
+// 500 itself is above. 925 hPa (92), whose height is reported whole, has no row.
 struct HeightRule {
     const char* code;
     double metres;    // a unit of hhh
@@ -840,7 +849,8 @@ template <typename Rules>
 double heightBy(const Rules& rules, const std::string& code, double hhh) {
     for (const HeightRule& rule : rules) {
         if (code == rule.code) {
-            return hhh * rule.metres + (hhh > 500.0 ? rule.above500 : rule.upTo500);
+            const double left = hhh > 500.0 ? rule.above500 : rule.upTo500;
+            return left == 0.0 ? hhh * rule.metres : hhh * rule.metres + left;  // adding 0 would lose the sign of -0
         }
     }
     return hhh;
@@ -853,7 +863,7 @@ double heightBy(const Rules& rules, const std::string& code, double hhh) {
 // Source: FM 35, section 2, hhh.
 double Corvane::mandatoryHeight(const std::string& code, double hhh) const {
     if (part == 0) {
-        if (code == "00"sv) {
+        if (code == "00"sv) {  // 500 and more: metres below sea level
             return hhh < 500.0 ? hhh : 500.0 - hhh;
         }
         return heightBy(HEIGHT_RULES_A, code, hhh);
@@ -1118,7 +1128,7 @@ void Corvane::decodeSection8() {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // 51515 ... 59595 ...
-// 51515 10164 00075
+// 51515 10164 00075: the openers are passed over like any other group.
 // Takes every group up to the opener of section 10 or one with the letters of a part B, C or D in places 3 and 4, of
 // any length; section 10 looks more closely, and the difference is meant. Source: FM 35, section 9.
 void Corvane::decodeSection9() {
@@ -1150,9 +1160,9 @@ void Corvane::decodeSection10() {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // 62626 REL 1532N06587W 023155 SPG 1529N06581W 024152 MBL WND 29023 EYEWALL 270 ...
-// Takes 62626 and every group up to the next part. Storm features (EYE, CENTER, RAINBAND, MXWNDBND) and plain language
-// are passed over a group at a time, EYEWALL together with its bearing. Throws for a known remark that is cut short or
-// garbled. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
+// Takes 62626 and every group up to the next part, in any part and any code form. Storm features (EYE, CENTER,
+// RAINBAND, MXWNDBND) and plain language are passed over a group at a time, EYEWALL together with its bearing. Throws
+// for a known remark that is cut short or garbled. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
 void Corvane::decode62626() {
     SKIP_TOKENS(1);
     while (!tokenQueue.empty() && !nextPartBegins()) {
@@ -1203,7 +1213,7 @@ void Corvane::decodeRELSPGSPL() {
     } else if (frontIs("SPL")) {
         level.type = LT_SPLASHPOINTWINDINTEG;
     } else {
-        throwErrorMsg("REL, SPG or SPL is expected");
+        throwErrorMsg("REL, SPG or SPL is expected");  // the one message without a full stop; meant
     }
     SKIP_TOKENS(1);
 
@@ -1248,6 +1258,7 @@ void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, do
     const bool latKnown = latHemisphere == "N"sv || latHemisphere == "S"sv;
     const bool lonKnown = lonHemisphere == "E"sv || lonHemisphere == "W"sv;
     if (!complete || (!latKnown && !lonKnown)) {
+        // Said of SPL as well; meant.
         throwErrorMsg("REL and SPG position must be coded as 3233N06956W.");
     }
     lat = leadingNumber(latDigits) / 100.0 * (latHemisphere == "N"sv ? 1.0 : -1.0);

@@ -34,7 +34,9 @@
 #ifndef CORVANE_CORVANE_H
 #define CORVANE_CORVANE_H
 
-#include <corvane/Version.h>
+#if __has_include(<corvane/Version.h>)
+#include <corvane/Version.h>  // made by the build: CORVANE_VERSION "1.0.0", CORVANE_VERSION_MAJOR, _MINOR and _PATCH
+#endif
 
 #include <deque>
 #include <iosfwd>
@@ -121,7 +123,9 @@ public:
     /// Decodes one report.
     /// @param text the report: code groups parted by white space, with or without an abbreviated heading, with one part
     ///        or several. An empty text gives an object without levels.
-    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands.
+    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands, or,
+    /// for
+    ///         a wrong block and station number, with that group.
     /// @throws std::out_of_range where a group is too short for the characters read from it.
     explicit Corvane(std::string text);
 
@@ -212,7 +216,7 @@ protected:
     std::string sasa;                                  ///< tracking technique and status of the system, section 7
     std::deque<std::string> tokenQueue;                ///< groups not yet decoded, front first
     std::deque<std::string> allTokens;                 ///< every group of the report
-    std::map<std::string, WMO_MESSAGE_TYPE> wmoTypes;  ///< type letters of MMMM to code form
+    std::map<std::string, WMO_MESSAGE_TYPE> wmoTypes;  ///< type letters of MMMM to code form, for subclasses
     std::vector<MandatoryInfo> mandatoryA;             ///< standard surfaces of part A, in the order of section 2
     std::vector<MandatoryInfo> mandatoryC;             ///< standard surfaces of part C, in the order of section 2
     WMO_MESSAGE_TYPE wmoMessageType = WMO_UNKNOWN;
