@@ -1,9 +1,10 @@
+# shellcheck shell=bash
 # Sourced by the scripts beside it: where the project is, what they say, and how they get what is missing.
 
 unset CDPATH
 
 cd_project() {
-    cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
+    cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." || exit
 }
 
 say() {
@@ -22,6 +23,11 @@ need_header() {
     if ! command -v c++ >/dev/null 2>&1 || ! printf '#include <%s>\n' "$1" | c++ -E -x c++ - >/dev/null 2>&1; then
         missing+=("$2")
     fi
+}
+
+# need_file PATTERN PACKAGE: the package is wanted unless a file matches the pattern.
+need_file() {
+    compgen -G "$1" >/dev/null || missing+=("$2")
 }
 
 # Installs what is wanted, in one go, and nothing when all is there.

@@ -185,6 +185,8 @@ public:
 
 protected:
     // The decoder's state, its cursor and its section decoders: open to a subclass, so that a test can drive each one.
+    // What each decoder reads, takes, leaves and throws is said in Corvane.cpp, in the order of a report.
+    /// @cond
 
     /// A standard isobaric surface: its two-figure indicator PP and its pressure in hPa.
     struct MandatoryInfo {
@@ -340,6 +342,7 @@ protected:
     void decodeDLMWND();
     void decodeMBLWND();
     void decodeLSTWND();
+    /// @endcond
 };
 
 /// Writes the profile, one line a pressure, to STANDARD OUTPUT, whatever stream `os` is, and leaves standard output
