@@ -1199,7 +1199,7 @@ void Corvane::decode62626() {
 }
 
 // REL position hhmmss, SPG position hhmmss, SPL position hhmm
-// REL 1532N06587W 023155: released at 15 degrees 32 minutes north at 02:31:55 UTC.
+// REL 1532N06587W 023155: released at 15.32 north and 65.87 west, as coded, at 02:31:55 UTC.
 // Takes three groups, joining a position or time cut in two. The first remark of each keyword is filed, later ones are
 // not. Throws for a group of another length and for a position that is none. Source: National Hurricane Operations
 // Plan, TEMP DROP code, 62626.
@@ -1232,7 +1232,7 @@ void Corvane::decodeRELSPGSPL() {
 }
 
 // ddmmN or ddmmS, then dddmmE or dddmmW
-// 3233N06956W: 32.33 and -69.56, degrees and minutes divided by a hundred and not converted; meant.
+// 3233N06956W: 32.33 and -69.56, the figures divided by a hundred and not converted from minutes; meant.
 // One right letter is enough; any other letter than N counts as S, any other than E as W; meant. Takes nothing: the
 // group is the caller's. Throws when a piece is missing or no letter is right.
 void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, double& lon) const {

@@ -92,8 +92,8 @@ public:
         LF_VA = 6,      ///< first wind-shear value of a maximum wind (vbvb, the kilometre below), m/s
         LF_VB = 7,      ///< second wind-shear value of a maximum wind (vava, the kilometre above), m/s
         LF_TIME = 8,    ///< time of a release or splash point, its digits as one number: hhmmss, or hhmm for SPL
-        LF_LAT = 9,     ///< latitude of a release or splash point, ddmm / 100 (15.32 is 15 deg 32 min), south negative
-        LF_LON = 10,    ///< longitude of a release or splash point, dddmm / 100, west negative
+        LF_LAT = 9,     ///< latitude of a release or splash point, its figures / 100 and not converted, south negative
+        LF_LON = 10,    ///< longitude of a release or splash point, its figures / 100, west negative
         LF_PRES2 = 11   ///< second pressure of a deep layer, hPa
     };
 
