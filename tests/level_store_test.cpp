@@ -242,7 +242,7 @@ TEST(LevelStore, ChosenKindWithoutLevelsAddsNothing) {
     EXPECT_TRUE(decoder.levels({}).empty());
 }
 
-TEST(LevelStore, ChangedQuantitiesDoNotMoveALevelAmongOtherKinds) {
+TEST(LevelStore, PressureDoesNotOrderTheStore) {
     // Lowest pressure on the highest kind and the reverse: only the kind orders the store.
     const OpenDecoder decoder = holding({levelAt(Corvane::LT_TROPOPAUSE, 1.0), levelAt(Corvane::LT_MANDATORY, 500.0),
                                          levelAt(Corvane::LT_GENERIC, 2000.0)});
