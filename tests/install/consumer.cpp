@@ -68,9 +68,9 @@ void checkStationAndTime(const Corvane& report) {
     expectEqual<std::string>("code form", report.wmoType(), "TEMP DROP");  // XXAA
     expectEqual<std::string>("station number", report.bsn(), "");
     expectEqual<std::string>("call sign", report.callSign(), "");
-    expectNear("latitude", report.latitude(), 15.3);      // 99153
-    expectNear("longitude", report.longitude(), -65.9);   // 70659: quadrant 7 is north and west
-    expectEqual("day", report.dayOfMonth(), 20);          // 70035 and 70038: 70 is 20 + 50, knots
+    expectNear("latitude", report.latitude(), 15.3);     // 99153
+    expectNear("longitude", report.longitude(), -65.9);  // 70659: quadrant 7 is north and west
+    expectEqual("day", report.dayOfMonth(), 20);         // 70035 and 70038: 70 is 20 + 50, knots
     expectEqual("knots", report.windsInKnots(), true);
     expectEqual("hour", report.obsHour(), 3);
     expectEqual("time of launch", report.obsTime(), 231);  // 31313 09608 80231
