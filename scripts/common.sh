@@ -49,3 +49,21 @@ need_compiler() {
     need_command cmake cmake
     need_command make make
 }
+
+# check WHAT COMMAND...: runs the command, a function as a rule, to the first failure in it, and ends the script when
+# there is one. The output goes to the script's scratch folder $work and is shown then.
+# shellcheck disable=SC2154 # work is the script's
+check() {
+    local what=$1 status
+    shift
+    set +e
+    (set -ex; "$@") >"$work/log" 2>&1
+    status=$?
+    set -e
+    if [ "$status" -ne 0 ]; then
+        cat "$work/log" >&2
+        say "FAILED: $what"
+        exit 1
+    fi
+    printf 'ok: %s\n' "$what"
+}

@@ -1,0 +1,125 @@
+// What holds for every text, however garbled. Each function ends the process with a message when it does not hold, so
+// that a fuzzer and a plain test run take notice of it alike.
+#ifndef CORVANE_FUZZ_PROPERTIES_H
+#define CORVANE_FUZZ_PROPERTIES_H
+
+#include <corvane/Corvane.h>
+
+#include <cstddef>
+#include <deque>
+#include <iosfwd>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fuzz {
+
+// Ends the process, naming the property, what is wrong and the text that is being looked at.
+[[noreturn]] void violated(const char* property, const std::string& what);
+
+// How the constructor ended.
+enum class End {
+    DECODED,    // with an object
+    FAULT,      // with a std::string
+    TOO_SHORT,  // with a std::out_of_range
+};
+
+// A report with its state open for comparison.
+class OpenReport : public Corvane {
+public:
+    explicit OpenReport(std::string text) : Corvane(std::move(text)) {}
+
+    // Whether two objects cannot be told apart, numbers compared bit for bit.
+    bool isSameAs(const OpenReport& other) const;
+
+protected:
+    OpenReport() = default;
+};
+
+// A report decoded as the constructor does it, but from groups, and with everything kept that stands when a fault ends
+// the decoding.
+class HaltedReport : public OpenReport {
+public:
+    explicit HaltedReport(const std::vector<std::string>& groups);
+
+    const std::deque<std::string>& remainingGroups() const { return tokenQueue; }
+
+    End end = End::DECODED;
+    std::string fault;
+};
+
+// What the constructor made of a text.
+struct Outcome {
+    End end = End::DECODED;
+    std::string fault;                   // what was thrown
+    std::unique_ptr<OpenReport> report;  // only when DECODED
+};
+
+// Constructs a report. ONLY DOCUMENTED FAULTS: a std::string or a std::out_of_range leaves the constructor.
+Outcome decode(const std::string& text);
+
+// Takes what is written to a stream while the object lives.
+class CapturedStream {
+public:
+    explicit CapturedStream(std::ostream& captured);
+    ~CapturedStream();
+    CapturedStream(const CapturedStream&) = delete;
+    CapturedStream& operator=(const CapturedStream&) = delete;
+
+    std::string text() const { return content.str(); }
+
+private:
+    std::ostream& stream;
+    std::ostringstream content;
+    std::streambuf* previous;
+};
+
+// The words between the white space of the classic locale.
+std::vector<std::string> wordsOf(const std::string& text);
+
+// The groups that a report of this text has: its words less every "=", and less the first "=" in each of the others.
+std::vector<std::string> groupsOf(const std::string& text);
+
+// The same words with other white space before, between and behind them.
+std::string respaced(const std::string& text);
+
+// tokens() equals an independent split of the text.
+void tokensAreTheSplitText(const Corvane& report, const std::string& text);
+
+// Levels ascend by kind, and levels() gives the same ones kind by kind. No level is of kind LT_GENERIC.
+void levelsAscendByKind(const Corvane& report);
+
+// Every group adds its levels behind those of the groups before it: a report cut short holds, kind by kind, the first
+// levels of the whole one.
+void levelsKeepFilingOrder(const HaltedReport& whole, const std::vector<std::string>& groups);
+
+// The profile ascends strictly in pressure; its levels are LT_GENERIC; its pressures are those of the surface, the
+// standard and the significant levels, none missing and none more; each quantity is that of the prevailing level.
+void profileIsMergedAndAscends(const Corvane& report);
+
+// The dump has a line for each level of the profile.
+void dumpHasALineForEachPressure(const Corvane& report);
+
+// The table has its header and a row for each level, each with ten commas, each value as printf writes %g.
+void tableHasARowForEachLevel(const std::string& table, const Corvane& report);
+
+// The table that csv() writes.
+std::string tableOf(const Corvane& report);
+
+// A fault that is a text ends with the context it promises: up to six groups from the first one not taken.
+void faultShowsItsPlace(const HaltedReport& halted);
+
+// What is left of the queue is the end of the report, nothing after a decoding without a fault.
+void queueIsTheRestOfTheReport(const HaltedReport& halted, const std::vector<std::string>& groups);
+
+// Two decodings came to the same end: the same fault, or objects that cannot be told apart.
+void outcomesAgree(const char* property, const Outcome& first, const Outcome& second);
+
+// All of the above for one text.
+void everythingHolds(const std::string& text);
+
+}  // namespace fuzz
+
+#endif
