@@ -722,6 +722,30 @@ int Corvane::decodeDDFFF(double& dir, double& speed) {
     return FIRST_WRITTEN | SECOND_WRITTEN;
 }
 
+void Corvane::takeTemperature(Level& level) {
+    double temp = NOT_REPORTED;
+    double dewpoint = NOT_REPORTED;
+    const int flags = decodeTTTDD(temp, dewpoint);
+    if ((flags & FIRST_WRITTEN) != 0) {
+        level.fields[LF_TDRY] = temp;
+    }
+    if ((flags & SECOND_WRITTEN) != 0) {
+        level.fields[LF_DP] = dewpoint;
+    }
+}
+
+void Corvane::takeWind(Level& level) {
+    double dir = NOT_REPORTED;
+    double speed = NOT_REPORTED;
+    const int flags = decodeDDFFF(dir, speed);
+    if ((flags & FIRST_WRITTEN) != 0) {
+        level.fields[LF_WDIR] = dir;
+    }
+    if ((flags & SECOND_WRITTEN) != 0) {
+        level.fields[LF_WSPD] = speed;
+    }
+}
+
 // TTTDD ddfff
 // The flags of the wind fall on those of the temperature, so that 3 may come from the wind alone; this is meant.
 int Corvane::decodeTTTDDandDDFFF(double& temp, double& dewpoint, double& dir, double& speed) {
@@ -778,29 +802,13 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     // A ground of 99/// stays a standard level of 0 hPa, the pressure of the table; meant.
     SKIP_TOKENS(1);
 
-    double temp = NOT_REPORTED;
-    double dewpoint = NOT_REPORTED;
-    const int temperatureFlags = decodeTTTDD(temp, dewpoint);
-    if ((temperatureFlags & FIRST_WRITTEN) != 0) {
-        level.fields[LF_TDRY] = temp;
-    }
-    if ((temperatureFlags & SECOND_WRITTEN) != 0) {
-        level.fields[LF_DP] = dewpoint;
-    }
+    takeTemperature(level);
 
     // The table's pressure decides, so that the ground, at 0 hPa there, needs a word of its own.
     const int lastWindPressure = part == 0 ? lastWindPresA : lastWindPresC;
     if (isGround || surface.pressure >= lastWindPressure) {
         NEED_TOKENS(1);
-        double dir = NOT_REPORTED;
-        double speed = NOT_REPORTED;
-        const int windFlags = decodeDDFFF(dir, speed);
-        if ((windFlags & FIRST_WRITTEN) != 0) {
-            level.fields[LF_WDIR] = dir;
-        }
-        if ((windFlags & SECOND_WRITTEN) != 0) {
-            level.fields[LF_WSPD] = speed;
-        }
+        takeWind(level);
     }
 
     if (level.fields.size() > 1) {
@@ -967,16 +975,7 @@ void Corvane::decodeMaxWind() {
     }
     SKIP_TOKENS(1);
 
-    double dir = NOT_REPORTED;
-    double speed = NOT_REPORTED;
-    const int flags = decodeDDFFF(dir, speed);
-    if ((flags & FIRST_WRITTEN) != 0) {
-        level.fields[LF_WDIR] = dir;
-    }
-    if ((flags & SECOND_WRITTEN) != 0) {
-        level.fields[LF_WSPD] = speed;
-    }
-
+    takeWind(level);
     if (frontBeginsWith("4")) {
         // vbvb, the shear below, goes to LF_VA and vava, the shear above, to LF_VB; the crossing is meant.
         const double unit = _windsInKnots ? METRES_PER_SECOND_IN_A_KNOT : 1.0;
@@ -1009,16 +1008,7 @@ void Corvane::decodeSection5() {
         double pressure = NOT_REPORTED;
         const bool placed = decodeSignificantPressure(pressure);
         level.fields[LF_PRES] = pressure;
-
-        double temp = NOT_REPORTED;
-        double dewpoint = NOT_REPORTED;
-        const int flags = decodeTTTDD(temp, dewpoint);
-        if ((flags & FIRST_WRITTEN) != 0) {
-            level.fields[LF_TDRY] = temp;
-        }
-        if ((flags & SECOND_WRITTEN) != 0) {
-            level.fields[LF_DP] = dewpoint;
-        }
+        takeTemperature(level);
         if (placed && level.fields.size() > 1) {
             addLevel(std::move(level));
         }
@@ -1045,16 +1035,7 @@ void Corvane::decodeSection6() {
         double pressure = NOT_REPORTED;
         const bool placed = decodeSignificantPressure(pressure);
         level.fields[LF_PRES] = pressure;
-
-        double dir = NOT_REPORTED;
-        double speed = NOT_REPORTED;
-        const int flags = decodeDDFFF(dir, speed);
-        if ((flags & FIRST_WRITTEN) != 0) {
-            level.fields[LF_WDIR] = dir;
-        }
-        if ((flags & SECOND_WRITTEN) != 0) {
-            level.fields[LF_WSPD] = speed;
-        }
+        takeWind(level);
         if (placed) {
             addLevel(std::move(level));
         }

@@ -304,6 +304,10 @@ protected:
     int decodeTTTDD(double& temp, double& dewpoint);
     /// ddfff into degrees and m/s.
     int decodeDDFFF(double& dir, double& speed);
+    /// TTTDD into the temperature and dew point of a level, as far as it gives them.
+    void takeTemperature(Level& level);
+    /// ddfff into the direction and speed of a level, if it gives them.
+    void takeWind(Level& level);
     /// Both in a row. The flags of the two are not told apart in the result.
     int decodeTTTDDandDDFFF(double& temp, double& dewpoint, double& dir, double& speed);
 
