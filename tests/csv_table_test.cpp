@@ -2,9 +2,11 @@
 #include "OpenDecoder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -91,6 +93,19 @@ TEST(CsvTable, NumbersHaveSixSignificantDigits) {
     EXPECT_EQ(numberAsWritten(-0.0), "-0");
     EXPECT_EQ(numberAsWritten(std::numeric_limits<double>::quiet_NaN()), "nan");
     EXPECT_EQ(numberAsWritten(std::numeric_limits<double>::infinity()), "inf");
+}
+
+TEST(CsvTable, NumbersAreWrittenAsAStreamWritesThem) {
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> mantissa(-10.0, 10.0);
+    for (int i = 0; i < 20000; ++i) {
+        // Magnitudes of 1e-8 to 1e9, a third of them rounded to tenths as most reported values are.
+        double number = mantissa(random) * std::pow(10.0, static_cast<double>(i % 17) - 8.0);
+        number = i % 3 == 0 ? std::round(number * 10.0) / 10.0 : number;
+        std::ostringstream stream;
+        stream << number;
+        ASSERT_EQ(numberAsWritten(number), stream.str());
+    }
 }
 
 TEST(CsvTable, KindsStandInTheirOrderAndLevelsAsFiled) {
