@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
+// Not in the anonymous namespace, so that tests can call it.
 void csv(const Corvane& decoder);
 
 namespace {

@@ -820,7 +820,7 @@ namespace {
 
 // A height is reported in metres up to 700 hPa and in tens of metres above, its thousands (tens of thousands) left out.
 // They follow from where the surface lies; where it may lie on both sides, figures above 500 are below the boundary and
-// 500 itself is above. 925 hPa (92), whose height is reported whole, has no row.
+// 500 itself is above. 925 hPa, whose height is reported whole, and 1000 hPa, which has a rule of its own, have no row.
 struct HeightRule {
     const char* code;
     double metres;    // a unit of hhh

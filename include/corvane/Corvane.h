@@ -29,8 +29,8 @@
 ///
 /// One object holds one report, decoded whole by the constructor; one report may consist of several parts, as long as
 /// all are of one code form. Units are hectopascals, geopotential metres, degrees Celsius, degrees true and metres per
-/// second throughout; speeds reported in knots are converted. Objects share nothing: each may be used in a thread of
-/// its own.
+/// second (exceptions: LT_MAXWIND, LF_LAT). Speeds reported in knots are converted; once a part reports knots, the
+/// parts behind it are taken for knots, too. Objects share nothing: each may be used in a thread of its own.
 #ifndef CORVANE_CORVANE_H
 #define CORVANE_CORVANE_H
 
@@ -64,14 +64,15 @@ public:
         WMO_TEMP_MOBIL = 4  ///< II: FM 38 TEMP MOBIL, mobile land station
     };
 
-    /// The kind of a level. Levels are kept in ascending order of these values.
+    /// The kind of a level. Levels are kept in ascending order of these values. Of the kinds from LT_150MLAYERWIND on,
+    /// all of them remarks of a dropsonde, a report has one level at most: the first.
     enum LEVEL_TYPE : int {
         LT_GENERIC = 0,                ///< a merged level of profile()
         LT_SURFACE = 1,                ///< the surface, 99PPP of section 2
-        LT_MANDATORY = 2,              ///< a standard isobaric surface, section 2
-        LT_SIGNIFICANT = 3,            ///< a significant level of temperature (section 5) or wind (section 6)
-        LT_TROPOPAUSE = 4,             ///< a tropopause, section 3
-        LT_MAXWIND = 5,                ///< a level of maximum wind, section 4
+        LT_MANDATORY = 2,              ///< a standard isobaric surface, section 2; also a ground of 99///, at 0 hPa
+        LT_SIGNIFICANT = 3,            ///< a significant level, section 5 (temperature) or 6 (wind, or none)
+        LT_TROPOPAUSE = 4,             ///< a tropopause, section 3; never with a wind
+        LT_MAXWIND = 5,                ///< a level of maximum wind, section 4; from part C in tenths of hPa
         LT_150MLAYERWIND = 6,          ///< mean wind of the lowest 150 m, remark WL150
         LT_DEEPLAYERWIND = 7,          ///< mean wind of a deep layer, remark DLM WND
         LT_MEANBLWIND = 8,             ///< mean boundary-layer wind, remark MBL WND
@@ -87,7 +88,7 @@ public:
         LF_TDRY = 1,    ///< air temperature, degrees Celsius
         LF_DP = 2,      ///< dew point, degrees Celsius
         LF_WSPD = 3,    ///< wind speed, m/s
-        LF_WDIR = 4,    ///< wind direction, degrees true
+        LF_WDIR = 4,    ///< direction from which the wind comes, degrees true
         LF_HEIGHT = 5,  ///< height, geopotential metres; metres as coded in WL150 and LST WND
         LF_VA = 6,      ///< first wind-shear value of a maximum wind (vbvb, the kilometre below), m/s
         LF_VB = 7,      ///< second wind-shear value of a maximum wind (vava, the kilometre above), m/s
@@ -123,9 +124,8 @@ public:
     /// Decodes one report.
     /// @param text the report: code groups parted by white space, with or without an abbreviated heading, with one part
     ///        or several. An empty text gives an object without levels.
-    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands, or,
-    /// for
-    ///         a wrong block and station number, with that group.
+    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands, one
+    ///         about the block and station number with that group.
     /// @throws std::out_of_range where a group is too short for the characters read from it.
     explicit Corvane(std::string text);
 
@@ -139,7 +139,9 @@ public:
     /// and one behind a CCA or CCB. Empty when the text begins without one (WMO-No. 386, abbreviated headings).
     std::string abrHeader() const { return _abrHeader; }
 
-    /// Block and station number IIiii of a TEMP, as reported in the last part decoded; otherwise empty (section 1).
+    // What follows is of the last part decoded. Figures that the report leaves open by solidi are 0.
+
+    /// Block and station number IIiii of a TEMP; otherwise empty (section 1).
     std::string bsn() const { return _bsn; }
 
     /// Call sign D....D of a TEMP SHIP or TEMP MOBIL; otherwise empty (section 1).
@@ -185,7 +187,7 @@ public:
 
 protected:
     // The decoder's state, its cursor and its section decoders: open to a subclass, so that a test can drive each one.
-    // What each decoder reads, takes, leaves and throws is said in Corvane.cpp, in the order of a report.
+    // What each decoder reads, takes, leaves and throws is said in the source, in the order of a report.
     /// @cond
 
     /// A standard isobaric surface: its two-figure indicator PP and its pressure in hPa.
