@@ -67,8 +67,8 @@ std::string gatherReportOf(const char* file) {
     return text;
 }
 
-// Writes a number as the stream does by default, six significant digits as %g gives them, but in a third of the time
-// where the library can.
+// Writes a number as the stream does by default, six significant digits as %g gives them, without the printf that the
+// stream goes through where the library can; the table then takes less than half the time.
 void writeNumber(double number) {
 #if defined(__cpp_lib_to_chars)
     std::array<char, 32> digits;

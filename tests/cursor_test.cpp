@@ -1,4 +1,5 @@
 // The cursor over the groups: looking ahead, counting, skipping, joining broken groups, and the texts of the faults.
+#include "GlobalLocale.h"
 #include "OpenDecoder.h"
 
 #include <gtest/gtest.h>
@@ -104,10 +105,9 @@ TEST(NeedTokens, NegativeCountIsAlwaysAFaultAndShowsNoGroups) {
 
 TEST(NeedTokens, CountIsWrittenPlainUnderAnyGlobalLocale) {
     const OpenDecoder decoder = OpenDecoder::withGroups("99012");
-    const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new DottedThousands));
+    const GlobalLocale foreign(new DottedThousands);
     const std::string count = faultOf([&] { decoder.NEED_TOKENS(1234567); });
     const std::string length = faultOf([&] { OpenDecoder(decoder).NEED_TOKEN_OF_LENGTH(1234567); });
-    std::locale::global(previous);
     EXPECT_EQ(count, "At least 1234567 code groups are required. Error detected at99012  ...");
     EXPECT_EQ(length, "This code group requires exactly 1234567 characters. Error detected near 99012  ...");
 }

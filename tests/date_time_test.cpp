@@ -1,4 +1,5 @@
 // The date-time group YYGGId of parts A and C, YYGGa4 of part B, YYGG/ of part D: day, knots, hour, last wind level.
+#include "GlobalLocale.h"
 #include "OpenDecoder.h"
 
 #include <gtest/gtest.h>
@@ -311,10 +312,9 @@ TEST(DateTime, WhatIsReadBeforeTheFaultIsKept) {
 }
 
 TEST(DateTime, NumbersReadTheSameUnderAnyGlobalLocale) {
-    const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
+    const GlobalLocale foreign(new DecimalComma);
     OpenDecoder decoder = decoderWith(A, "11111");
     const std::string fault = faultOf([&] { decoder.decodeYYGGId_YYGGa4(); });
-    std::locale::global(previous);
     EXPECT_EQ(fault, "(nothing thrown)");
     EXPECT_EQ(decoder.dayOfMonth(), 11);
     EXPECT_EQ(decoder.obsHour(), 11);

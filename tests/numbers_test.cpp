@@ -1,4 +1,5 @@
 // The number readers: against the stream and against strtod over every short text, and in a foreign locale.
+#include "GlobalLocale.h"
 #include "OpenDecoder.h"
 
 #include <clocale>
@@ -45,23 +46,12 @@ bool sameBits(double first, double second) {
 
 const std::string TELLING_CHARACTERS = "0159+-.eE/xn";
 
-class CommaLocale : public std::numpunct<char> {
+// A decimal comma and a grouping point.
+class DecimalComma : public std::numpunct<char> {
 protected:
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }
     std::string do_grouping() const override { return "\1"; }
-};
-
-// The global C++ locale with a decimal comma and a grouping point, for as long as the object lives.
-class InForeignLocale {
-public:
-    InForeignLocale() : _before(std::locale::global(std::locale(std::locale::classic(), new CommaLocale))) {}
-    ~InForeignLocale() { std::locale::global(_before); }
-    InForeignLocale(const InForeignLocale&) = delete;
-    InForeignLocale& operator=(const InForeignLocale&) = delete;
-
-private:
-    std::locale _before;
 };
 
 }  // namespace
@@ -131,7 +121,7 @@ TEST(Numbers, SpellingsOfStrtod) {
 }
 
 TEST(Numbers, DoNotDependOnTheLocaleOfTheProgram) {
-    const InForeignLocale foreign;
+    const GlobalLocale foreign(new DecimalComma);
     EXPECT_EQ(OpenDecoder::extractDouble("1.5"), 1.5);
     EXPECT_EQ(OpenDecoder::extractDouble("1,5"), 1.0);
     EXPECT_EQ(OpenDecoder::extractInt("1.5"), 1);

@@ -1,4 +1,5 @@
 // Section 1: station number, call sign, position, Marsden square and elevation, and which code form reports which.
+#include "GlobalLocale.h"
 #include "OpenDecoder.h"
 
 #include <cmath>
@@ -224,10 +225,9 @@ TEST(Position, LaterPartWritesItsOwnPosition) {
 }
 
 TEST(Position, DecimalPointHoldsUnderAnyGlobalLocale) {
-    const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
+    const GlobalLocale foreign(new DecimalComma);
     OpenDecoder decoder = dropWith("991.5 12.25 08112");
     decoder.decodePosition();
-    std::locale::global(previous);
     EXPECT_DOUBLE_EQ(decoder.latitude(), 1.5 / 10.0);
     EXPECT_DOUBLE_EQ(decoder.longitude(), 2.25 / 10.0);
 }

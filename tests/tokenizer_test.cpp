@@ -1,4 +1,5 @@
 // The splitting of a report's text into code groups.
+#include "GlobalLocale.h"
 #include "OpenDecoder.h"
 
 #include <deque>
@@ -26,18 +27,6 @@ private:
         }();
         return table;
     }
-};
-
-// Makes a locale the global one for as long as this object lives.
-class GlobalLocale {
-public:
-    explicit GlobalLocale(const std::locale& locale) : previous(std::locale::global(locale)) {}
-    ~GlobalLocale() { std::locale::global(previous); }
-    GlobalLocale(const GlobalLocale&) = delete;
-    GlobalLocale& operator=(const GlobalLocale&) = delete;
-
-private:
-    std::locale previous;
 };
 
 }  // namespace
@@ -121,7 +110,7 @@ TEST(Tokenizer, GroupsOfAnyLengthAreKeptAsTheyAre) {
 }
 
 TEST(Tokenizer, OrdinaryWhiteSpaceHoldsUnderAnyGlobalLocale) {
-    const GlobalLocale odd(std::locale(std::locale::classic(), new OddBlanks));
+    const GlobalLocale odd(new OddBlanks);
     EXPECT_EQ(OpenDecoder::tokenize("TTAA\t5612/ 12/45"), (Groups{"TTAA", "5612/", "12/45"}));
 }
 
