@@ -4,17 +4,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <iomanip>
 #include <iostream>
 #include <limits>
 #include <locale.h>
 #include <locale>
+#include <optional>
 #include <sstream>
 #include <utility>
-
-using namespace std::string_view_literals;  // comparing with them looks at the length first
 
 namespace {
 
@@ -23,7 +22,7 @@ constexpr double METRES_IN_A_FOOT = 0.3048;
 constexpr double NOT_REPORTED = std::numeric_limits<double>::quiet_NaN();
 
 struct TypeLetters {
-    const char* letters;
+    std::string_view letters;
     Corvane::WMO_MESSAGE_TYPE type;
 };
 
@@ -43,10 +42,28 @@ bool isWhiteSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
+// Whether a text is this one. Spelled out, since == leaves two or three characters to a function of the C library.
+inline bool is(std::string_view text, std::string_view wanted) {
+    return text.size() == wanted.size() && std::equal(wanted.begin(), wanted.end(), text.begin());
+}
+
+// The characters that group.substr() would copy; throws what it would throw.
+std::string_view characters(const std::string& group, std::size_t position, std::size_t count) {
+    if (position > group.size()) {
+        static_cast<void>(group.substr(position));
+    }
+    return std::string_view(group).substr(position, count);
+}
+
+// Gives a level one quantity more. Its place in the map is known at once when they come in the order of LEVEL_FIELD.
+void put(Corvane::Level& level, Corvane::LEVEL_FIELD field, double value) {
+    level.fields.emplace_hint(level.fields.end(), field, value);
+}
+
 constexpr int NOT_PLAIN = -1;
 
 // The value of a text that is one to nine decimal digits, as nearly every number of a report is; otherwise NOT_PLAIN.
-int plainNumber(const std::string& text) {
+int plainNumber(std::string_view text) {
     if (text.empty() || text.size() > 9) {
         return NOT_PLAIN;
     }
@@ -62,12 +79,12 @@ int plainNumber(const std::string& text) {
 
 // Whatever is not plain digits is left to the stream, which is slow to set up but knows every spelling.
 template <typename Number>
-Number extract(const std::string& text) {
+Number extract(std::string_view text) {
     const int plain = plainNumber(text);
     if (plain != NOT_PLAIN) {
         return static_cast<Number>(plain);
     }
-    std::istringstream stream(text);
+    std::istringstream stream{std::string(text)};
     stream.imbue(std::locale::classic());
     Number value = 0;
     stream >> value;
@@ -76,8 +93,8 @@ Number extract(const std::string& text) {
 
 // The letters of part B, C or D. Part A is not among them, and this is meant: a report gives its parts in the order A
 // to D, so that none is followed by a part A.
-bool isFollowingPart(const std::string& letters) {
-    return letters == "BB"sv || letters == "CC"sv || letters == "DD"sv;
+bool isFollowingPart(std::string_view letters) {
+    return is(letters, "BB") || is(letters, "CC") || is(letters, "DD");
 }
 
 }  // namespace
@@ -121,7 +138,7 @@ void Corvane::decodePartD() {
 namespace {
 
 struct StandardSurface {
-    const char* code;
+    std::string_view code;
     double pressure;  // hPa
 };
 
@@ -156,13 +173,14 @@ constexpr std::array<StandardSurface, 9> STANDARD_SURFACES_C{{
 
 Corvane::Corvane() = default;
 
-Corvane::~Corvane() = default;
+Corvane::~Corvane() {
+    // The groups go before the levels: given back after them, their larger blocks make an allocator such as glibc's
+    // first tidy up all the small blocks of the levels, which took up to a third of the time of a short report.
+    allTokens.clear();
+}
 
-Corvane::Corvane(std::string text) {
+Corvane::Corvane(std::string text) : tokenQueue(tokenize(std::move(text))), allTokens(tokenQueue) {
     init();
-    tokenQueue = tokenize(std::move(text));
-    allTokens = tokenQueue;
-
     decodeAbrHdr();
     while (!tokenQueue.empty()) {
         decodeMMMM();
@@ -185,11 +203,11 @@ void Corvane::init() {
 
     mandatoryA.reserve(mandatoryA.size() + STANDARD_SURFACES_A.size());
     for (const StandardSurface& surface : STANDARD_SURFACES_A) {
-        mandatoryA.push_back({surface.code, surface.pressure});
+        mandatoryA.push_back({std::string(surface.code), surface.pressure});
     }
     mandatoryC.reserve(mandatoryC.size() + STANDARD_SURFACES_C.size());
     for (const StandardSurface& surface : STANDARD_SURFACES_C) {
-        mandatoryC.push_back({surface.code, surface.pressure});
+        mandatoryC.push_back({std::string(surface.code), surface.pressure});
     }
 
     regionalGroups.insert(regionalGroups.end(),
@@ -248,13 +266,18 @@ std::string Corvane::Level::fieldName(LEVEL_FIELD field) {
     return "unknown";
 }
 
-void Corvane::addLevel(Level level) {
-    const LEVEL_TYPE kind = level.type;
-    levelStore.emplace_hint(levelStore.end(), kind, std::move(level));
+void Corvane::addLevel(const Level& level) {
+    levelStore.emplace_hint(levelStore.end(), level.type, level);
 }
 
-void Corvane::addFirstLevel(Level level) {
-    if (levelStore.find(level.type) == levelStore.end()) {
+void Corvane::addLevel(Level&& level) {
+    levelStore.emplace_hint(levelStore.end(), level.type, std::move(level));
+}
+
+void Corvane::addFirstLevel(LEVEL_TYPE kind, std::initializer_list<std::pair<const LEVEL_FIELD, double>> fields) {
+    if (levelStore.find(kind) == levelStore.end()) {
+        Level level(kind);
+        level.fields = fields;
         addLevel(std::move(level));
     }
 }
@@ -289,9 +312,15 @@ std::deque<std::string> Corvane::tokenize(std::string text) {
     std::deque<std::string> groups;
     const char* at = text.data();
     const char* const end = at + text.size();
-    const char* terminator = std::find(at, end, '=');
+    const auto nextTerminator = [&] {
+        const void* const found = std::memchr(at, '=', static_cast<std::size_t>(end - at));
+        return found != nullptr ? static_cast<const char*>(found) : end;
+    };
+    const char* terminator = nextTerminator();
     while (true) {
-        at = std::find_if_not(at, end, isWhiteSpace);
+        while (at != end && isWhiteSpace(*at)) {
+            ++at;
+        }
         if (at == end) {
             return groups;
         }
@@ -304,7 +333,7 @@ std::deque<std::string> Corvane::tokenize(std::string text) {
         if (at - begin > 1) {
             groups.emplace_back(begin, terminator).append(terminator + 1, at);
         }
-        terminator = std::find(at, end, '=');
+        terminator = nextTerminator();
     }
 }
 
@@ -340,13 +369,6 @@ void Corvane::throwErrorNear(const std::string& msg) const {
     throw msg + "Error detected near " + whereAreWe(6) + " ...";
 }
 
-void Corvane::NEED_TOKENS(int n) const {
-    // Compared as an unsigned number, so that a negative count is never met.
-    if (static_cast<std::uint32_t>(n) > tokenQueue.size()) {
-        throwTooFew(n);
-    }
-}
-
 void Corvane::throwTooFew(int n) const {
     std::string msg = "At least " + std::to_string(n) + " code groups are required. ";
     if (n > 0) {
@@ -377,37 +399,30 @@ void Corvane::NEED_TOKEN_OF_LENGTH(int n) {
     throwErrorNear("This code group requires exactly " + std::to_string(n) + " characters. ");
 }
 
-bool Corvane::frontBeginsWith(std::string_view characters) const {
-    return !tokenQueue.empty() && tokenQueue.front().compare(0, characters.size(), characters) == 0;
-}
-
-bool Corvane::frontIs(std::string_view group) const {
-    return !tokenQueue.empty() && tokenQueue.front() == group;
-}
-
 bool Corvane::nextPartBegins() const {
-    return !tokenQueue.empty() && tokenQueue.front().size() == 4 && isFollowingPart(tokenQueue.front().substr(2, 2));
+    return !tokenQueue.empty() && tokenQueue.front().size() == 4 &&
+           isFollowingPart(characters(tokenQueue.front(), 2, 2));
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Numbers
 // ---------------------------------------------------------------------------------------------------------------------
 
-double Corvane::extractDouble(const std::string& text) {
+double Corvane::extractDouble(std::string_view text) {
     return extract<double>(text);
 }
 
-int Corvane::extractInt(const std::string& text) {
+int Corvane::extractInt(std::string_view text) {
     return extract<int>(text);
 }
 
-double Corvane::leadingNumber(const std::string& text) {
+double Corvane::leadingNumber(std::string_view text) {
     const int plain = plainNumber(text);
     if (plain != NOT_PLAIN) {
         return plain;
     }
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(text.c_str(), nullptr, classic);
+    return strtod_l(std::string(text).c_str(), nullptr, classic);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -456,9 +471,9 @@ void Corvane::decodeMMMM() {
     }
 
     // By these four literals; the member wmoTypes holds the same table for subclasses and is not asked here.
-    const std::string letters = group.substr(0, 2);
+    const std::string_view letters = characters(group, 0, 2);
     const auto* const found = std::find_if(TYPE_LETTERS.begin(), TYPE_LETTERS.end(),
-                                           [&](const TypeLetters& entry) { return letters == entry.letters; });
+                                           [&](const TypeLetters& entry) { return is(letters, entry.letters); });
     if (found == TYPE_LETTERS.end()) {
         throwErrorMsg("Message type identifier (TT, UU, XX or II) was not found.");
     }
@@ -467,7 +482,7 @@ void Corvane::decodeMMMM() {
         throwErrorMsg("Two different WMO message types have been found in this message.");
     }
 
-    const auto partId = std::find(partIds.begin(), partIds.end(), group.substr(2, 2));
+    const auto partId = std::find(partIds.begin(), partIds.end(), characters(group, 2, 2));
     if (partId == partIds.end()) {
         throwErrorMsg("Part identifier AA, BB, CC or DD was not found.");
     }
@@ -519,19 +534,19 @@ void Corvane::decodeYYGGId_YYGGa4() {
         }
     };
 
-    _dayOfMonth = extractInt(group.substr(0, 2));
+    _dayOfMonth = extractInt(characters(group, 0, 2));
     if (_dayOfMonth > 50) {
         _windsInKnots = true;
         _dayOfMonth -= 50;
     }
     needCharacters(2);
-    _obsHour = extractInt(group.substr(2, 2));
+    _obsHour = extractInt(characters(group, 2, 2));
 
     needCharacters(4);
-    const std::string indicator = group.substr(4, 1);
+    const std::string_view indicator = characters(group, 4, 1);
     if (part == 0 || part == 2) {
         const auto* const entry = std::find_if(LAST_WINDS.begin(), LAST_WINDS.end(), [&](const LastWind& row) {
-            return indicator == std::string(1, row.id);
+            return indicator == std::string_view(&row.id, 1);
         });
         const bool known = entry != LAST_WINDS.end();
         const int pressure = !known ? NO_ENTRY : part == 0 ? entry->partA : entry->partC;
@@ -541,7 +556,7 @@ void Corvane::decodeYYGGId_YYGGa4() {
         (part == 0 ? lastWindPresA : lastWindPresC) = pressure;
     } else if (part == 1) {
         a4 = indicator;
-    } else if (indicator != "/"sv) {
+    } else if (!is(indicator, "/")) {
         throwErrorMsg("The last character in the third code group of Part D, section 1, should be /.");
     }
     SKIP_TOKENS(1);
@@ -616,19 +631,19 @@ void Corvane::decodePosition() {
     if (!frontBeginsWith("99")) {
         throwErrorMsg("The position group must begin with 99.");
     }
-    _latitude = extractDouble(tokenQueue.front().substr(2, 3)) / 10.0;
+    _latitude = extractDouble(characters(tokenQueue.front(), 2, 3)) / 10.0;
     SKIP_TOKENS(1);
 
     const std::string& group = tokenQueue.front();
-    _longitude = extractDouble(group.substr(1, 4)) / 10.0;
-    const std::string quadrant = group.substr(0, 1);
-    if (quadrant != "1"sv && quadrant != "3"sv && quadrant != "5"sv && quadrant != "7"sv && quadrant != "/"sv) {
+    _longitude = extractDouble(characters(group, 1, 4)) / 10.0;
+    const std::string_view quadrant = characters(group, 0, 1);
+    if (!is(quadrant, "1") && !is(quadrant, "3") && !is(quadrant, "5") && !is(quadrant, "7") && !is(quadrant, "/")) {
         throwErrorMsg("The quadrant indicator must be 1, 3, 5, 7 or /.");
     }
-    if (quadrant == "3"sv || quadrant == "5"sv) {
+    if (is(quadrant, "3") || is(quadrant, "5")) {
         _latitude = -_latitude;
     }
-    if (quadrant == "5"sv || quadrant == "7"sv) {
+    if (is(quadrant, "5") || is(quadrant, "7")) {
         _longitude = -_longitude;
     }
     SKIP_TOKENS(1);
@@ -650,18 +665,18 @@ void Corvane::decodeMobileElev() {
         return;
     }
     const std::string& group = tokenQueue.front();
-    mobileElevation = extractDouble(group.substr(0, 4));
+    mobileElevation = extractDouble(characters(group, 0, 4));
     if (group.size() < 4) {
         throwErrorMsg("The elevation group (h0h0h0h0im) must have at least 4 characters.");
     }
-    if (extractInt(group.substr(4, 1)) > 4) {
+    if (extractInt(characters(group, 4, 1)) > 4) {
         mobileElevation *= METRES_IN_A_FOOT;
     }
     SKIP_TOKENS(1);
 }
 
 // 3233 is 32.33.
-double Corvane::fractionalDegrees(const std::string& digits) {
+double Corvane::fractionalDegrees(std::string_view digits) {
     return leadingNumber(digits) / 100.0;
 }
 
@@ -680,12 +695,12 @@ int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
         return 0;
     }
     const std::string& group = tokenQueue.front();
-    temp = extractDouble(group.substr(0, 3)) / 10.0;
-    const std::string depressionCode = group.substr(3, 2);
+    temp = extractDouble(characters(group, 0, 3)) / 10.0;
+    const std::string_view depressionCode = characters(group, 3, 2);
     if (group[2] % 2 != 0) {  // the parity of the character, so that "/" for the tenths counts as below zero
         temp = -temp;
     }
-    if (depressionCode == "//"sv) {
+    if (is(depressionCode, "//")) {
         SKIP_TOKENS(1);
         return FIRST_WRITTEN;
     }
@@ -705,12 +720,14 @@ int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
 // Takes the group; with // for dd or /// for fff nothing is written. Source: FM 35, section 2, ddfff.
 int Corvane::decodeDDFFF(double& dir, double& speed) {
     const std::string& group = tokenQueue.front();
-    if (group.substr(2, 3) == "///"sv || group.substr(0, 2) == "//"sv) {
+    const std::string_view fff = characters(group, 2, 3);
+    const std::string_view dd = characters(group, 0, 2);
+    if (is(fff, "///") || is(dd, "//")) {
         SKIP_TOKENS(1);
         return 0;
     }
-    dir = extractDouble(group.substr(0, 2)) * 10.0;
-    speed = extractDouble(group.substr(2, 3));
+    dir = extractDouble(dd) * 10.0;
+    speed = extractDouble(fff);
     if (speed >= 500.0) {
         speed -= 500.0;
         dir += 5.0;
@@ -727,10 +744,10 @@ void Corvane::takeTemperature(Level& level) {
     double dewpoint = NOT_REPORTED;
     const int flags = decodeTTTDD(temp, dewpoint);
     if ((flags & FIRST_WRITTEN) != 0) {
-        level.fields[LF_TDRY] = temp;
+        put(level, LF_TDRY, temp);
     }
     if ((flags & SECOND_WRITTEN) != 0) {
-        level.fields[LF_DP] = dewpoint;
+        put(level, LF_DP, dewpoint);
     }
 }
 
@@ -739,10 +756,10 @@ void Corvane::takeWind(Level& level) {
     double speed = NOT_REPORTED;
     const int flags = decodeDDFFF(dir, speed);
     if ((flags & FIRST_WRITTEN) != 0) {
-        level.fields[LF_WDIR] = dir;
+        put(level, LF_WDIR, dir);
     }
     if ((flags & SECOND_WRITTEN) != 0) {
-        level.fields[LF_WSPD] = speed;
+        put(level, LF_WSPD, speed);
     }
 }
 
@@ -782,24 +799,26 @@ void Corvane::decodeSection2() {
 void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     NEED_TOKENS(2);
     const MandatoryInfo& surface = table.at(static_cast<std::size_t>(index));
-    const bool isGround = surface.code == "99"sv;
+    const bool isGround = is(surface.code, "99");
     if (!frontBeginsWith(surface.code)) {
         throwErrorMsg("The mandatory significant observation is incorrectly coded.");
     }
 
     Level level(LT_MANDATORY);
-    level.fields[LF_PRES] = surface.pressure;
-    const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///"sv) {
+    double pressure = surface.pressure;
+    std::optional<double> height;
+    const std::string_view figures = characters(tokenQueue.front(), 2, 3);
+    if (!is(figures, "///")) {
         const double value = extractDouble(figures);
         if (isGround) {
             level.type = LT_SURFACE;
-            level.fields[LF_PRES] = value < 100.0 ? value + 1000.0 : value;
+            pressure = value < 100.0 ? value + 1000.0 : value;
         } else {
-            level.fields[LF_HEIGHT] = mandatoryHeight(surface.code, value);
+            height = mandatoryHeight(surface.code, value);
         }
     }
     // A ground of 99/// stays a standard level of 0 hPa, the pressure of the table; meant.
+    put(level, LF_PRES, pressure);
     SKIP_TOKENS(1);
 
     takeTemperature(level);
@@ -809,6 +828,9 @@ void Corvane::decodeMandatory(std::vector<MandatoryInfo>& table, int index) {
     if (isGround || surface.pressure >= lastWindPressure) {
         NEED_TOKENS(1);
         takeWind(level);
+    }
+    if (height) {
+        put(level, LF_HEIGHT, *height);
     }
 
     if (level.fields.size() > 1) {
@@ -822,7 +844,7 @@ namespace {
 // They follow from where the surface lies; where it may lie on both sides, figures above 500 are below the boundary and
 // 500 itself is above. 925 hPa, whose height is reported whole, and 1000 hPa, which has a rule of its own, have no row.
 struct HeightRule {
-    const char* code;
+    std::string_view code;
     double metres;    // a unit of hhh
     double above500;  // added to figures above 500
     double upTo500;   // added to figures up to 500
@@ -856,7 +878,7 @@ constexpr std::array<HeightRule, 10> HEIGHT_RULES_C{{
 template <typename Rules>
 double heightBy(const Rules& rules, const std::string& code, double hhh) {
     for (const HeightRule& rule : rules) {
-        if (code == rule.code) {
+        if (is(code, rule.code)) {
             const double left = hhh > 500.0 ? rule.above500 : rule.upTo500;
             return left == 0.0 ? hhh * rule.metres : hhh * rule.metres + left;  // adding 0 would lose the sign of -0
         }
@@ -871,7 +893,7 @@ double heightBy(const Rules& rules, const std::string& code, double hhh) {
 // Source: FM 35, section 2, hhh.
 double Corvane::mandatoryHeight(const std::string& code, double hhh) const {
     if (part == 0) {
-        if (code == "00"sv) {  // 500 and more: metres below sea level
+        if (is(code, "00")) {  // 500 and more: metres below sea level
             return hhh < 500.0 ? hhh : 500.0 - hhh;
         }
         return heightBy(HEIGHT_RULES_A, code, hhh);
@@ -911,10 +933,10 @@ void Corvane::decodeTrop() {
         throwErrorMsg("The tropopause observation is incorrectly coded.");
     }
     Level level(LT_TROPOPAUSE);
-    const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///"sv) {
+    const std::string_view figures = characters(tokenQueue.front(), 2, 3);
+    if (!is(figures, "///")) {
         const double pressure = extractDouble(figures);
-        level.fields[LF_PRES] = part == 2 ? pressure / 10.0 : pressure;
+        put(level, LF_PRES, part == 2 ? pressure / 10.0 : pressure);
     }
     SKIP_TOKENS(1);
 
@@ -924,20 +946,20 @@ void Corvane::decodeTrop() {
     double speed = NOT_REPORTED;
     const int flags = decodeTTTDDandDDFFF(temp, dewpoint, dir, speed);
     if ((flags & FIRST_WRITTEN) != 0) {
-        level.fields[LF_TDRY] = temp;
+        put(level, LF_TDRY, temp);
     }
     if ((flags & SECOND_WRITTEN) != 0) {
-        level.fields[LF_DP] = dewpoint;
+        put(level, LF_DP, dewpoint);
     }
     // The two groups in a row never set bits of their own for the wind, so that a tropopause carries none, and a wind
     // alone counts as temperature and dew point; both are meant.
     constexpr int DIRECTION_WRITTEN = 4;
     constexpr int SPEED_WRITTEN = 8;
     if ((flags & DIRECTION_WRITTEN) != 0) {
-        level.fields[LF_WDIR] = dir;
+        put(level, LF_WDIR, dir);
     }
     if ((flags & SPEED_WRITTEN) != 0) {
-        level.fields[LF_WSPD] = speed;
+        put(level, LF_WSPD, speed);
     }
     addLevel(std::move(level));
 }
@@ -969,9 +991,9 @@ void Corvane::decodeMaxWind() {
         throwErrorMsg("The max wind observation is incorrectly coded.");
     }
     Level level(LT_MAXWIND);
-    const std::string figures = tokenQueue.front().substr(2, 3);
-    if (figures != "///"sv) {
-        level.fields[LF_PRES] = extractDouble(figures);
+    const std::string_view figures = characters(tokenQueue.front(), 2, 3);
+    if (!is(figures, "///")) {
+        put(level, LF_PRES, extractDouble(figures));
     }
     SKIP_TOKENS(1);
 
@@ -979,13 +1001,13 @@ void Corvane::decodeMaxWind() {
     if (frontBeginsWith("4")) {
         // vbvb, the shear below, goes to LF_VA and vava, the shear above, to LF_VB; the crossing is meant.
         const double unit = _windsInKnots ? METRES_PER_SECOND_IN_A_KNOT : 1.0;
-        const std::string vbvb = tokenQueue.front().substr(1, 2);
-        if (vbvb != "//"sv) {
-            level.fields[LF_VA] = extractDouble(vbvb) * unit;
+        const std::string_view vbvb = characters(tokenQueue.front(), 1, 2);
+        if (!is(vbvb, "//")) {
+            put(level, LF_VA, extractDouble(vbvb) * unit);
         }
-        const std::string vava = tokenQueue.front().substr(3, 2);
-        if (vava != "//"sv) {
-            level.fields[LF_VB] = extractDouble(vava) * unit;
+        const std::string_view vava = characters(tokenQueue.front(), 3, 2);
+        if (!is(vava, "//")) {
+            put(level, LF_VB, extractDouble(vava) * unit);
         }
         SKIP_TOKENS(1);
     }
@@ -1007,7 +1029,7 @@ void Corvane::decodeSection5() {
         Level level(LT_SIGNIFICANT);
         double pressure = NOT_REPORTED;
         const bool placed = decodeSignificantPressure(pressure);
-        level.fields[LF_PRES] = pressure;
+        put(level, LF_PRES, pressure);
         takeTemperature(level);
         if (placed && level.fields.size() > 1) {
             addLevel(std::move(level));
@@ -1034,7 +1056,7 @@ void Corvane::decodeSection6() {
         Level level(LT_SIGNIFICANT);
         double pressure = NOT_REPORTED;
         const bool placed = decodeSignificantPressure(pressure);
-        level.fields[LF_PRES] = pressure;
+        put(level, LF_PRES, pressure);
         takeWind(level);
         if (placed) {
             addLevel(std::move(level));
@@ -1046,12 +1068,13 @@ void Corvane::decodeSection6() {
 // 11850: 850 hPa; in part B 00015 is 1015 hPa; in part D 11700 is 70.0 hPa. The level number nn is not looked at.
 // Takes the group. Source: FM 35, sections 5 and 6.
 bool Corvane::decodeSignificantPressure(double& pressure) {
-    const std::string figures = tokenQueue.front().substr(2, 3);
-    SKIP_TOKENS(1);
+    const std::string_view figures = characters(tokenQueue.front(), 2, 3);
     if (figures.empty()) {
+        SKIP_TOKENS(1);
         return false;
     }
     pressure = extractDouble(figures);
+    SKIP_TOKENS(1);
     if (part == 1 && pressure < 100.0) {
         pressure += 1000.0;
     } else if (part == 3) {
@@ -1085,7 +1108,7 @@ void Corvane::decodeSection7() {
     if (!frontBeginsWith("8")) {
         throwErrorMsg("The first character of the observation time code group in section 7 must be \"8\".");
     }
-    _obsTime = extractInt(tokenQueue.front().substr(1, 4));
+    _obsTime = extractInt(characters(tokenQueue.front(), 1, 4));
 
     // Never met, since the time group still stands in front of the sea-surface temperature of a TEMP SHIP; meant.
     if (wmoMessageType == WMO_TEMP_SHIP && frontBeginsWith("9")) {
@@ -1115,8 +1138,10 @@ void Corvane::decodeSection8() {
 void Corvane::decodeSection9() {
     while (!tokenQueue.empty()) {
         const std::string& group = tokenQueue.front();
-        if (std::find(regionalGroups.begin(), regionalGroups.end(), group) != regionalGroups.end() ||
-            isFollowingPart(group.substr(2, 2))) {
+        const bool opensSection10 =
+            std::any_of(regionalGroups.begin(), regionalGroups.end(),
+                        [&](const std::string& opener) { return opener[0] == group[0] && opener == group; });
+        if (opensSection10 || isFollowingPart(characters(group, 2, 2))) {
             return;
         }
         SKIP_TOKENS(1);
@@ -1186,13 +1211,13 @@ void Corvane::decode62626() {
 // Plan, TEMP DROP code, 62626.
 void Corvane::decodeRELSPGSPL() {
     NEED_TOKENS(3);
-    Level level;
+    LEVEL_TYPE kind = LT_GENERIC;
     if (frontIs("REL")) {
-        level.type = LT_RELEASEPOINT;
+        kind = LT_RELEASEPOINT;
     } else if (frontIs("SPG")) {
-        level.type = LT_SPLASHPOINTRAWGPS;
+        kind = LT_SPLASHPOINTRAWGPS;
     } else if (frontIs("SPL")) {
-        level.type = LT_SPLASHPOINTWINDINTEG;
+        kind = LT_SPLASHPOINTWINDINTEG;
     } else {
         throwErrorMsg("REL, SPG or SPL is expected");  // the one message without a full stop; meant
     }
@@ -1203,20 +1228,18 @@ void Corvane::decodeRELSPGSPL() {
     double lon = 0.0;
     decodeRelSpgSplLatLon(tokenQueue.front(), lat, lon);
     SKIP_TOKENS(1);
-    level.fields[LF_LAT] = lat;
-    level.fields[LF_LON] = lon;
 
-    NEED_TOKEN_OF_LENGTH(level.type == LT_SPLASHPOINTWINDINTEG ? 4 : 6);
-    level.fields[LF_TIME] = leadingNumber(tokenQueue.front());
+    NEED_TOKEN_OF_LENGTH(kind == LT_SPLASHPOINTWINDINTEG ? 4 : 6);
+    const double time = leadingNumber(tokenQueue.front());
     SKIP_TOKENS(1);
-    addFirstLevel(std::move(level));
+    addFirstLevel(kind, {{LF_TIME, time}, {LF_LAT, lat}, {LF_LON, lon}});
 }
 
 // ddmmN or ddmmS, then dddmmE or dddmmW
 // 3233N06956W: 32.33 and -69.56, the figures divided by a hundred and not converted from minutes; meant.
 // One right letter is enough; any other letter than N counts as S, any other than E as W; meant. Takes nothing: the
 // group is the caller's. Throws when a piece is missing or no letter is right.
-void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, double& lon) const {
+void Corvane::decodeRelSpgSplLatLon(std::string_view position, double& lat, double& lon) const {
     std::size_t at = 0;
     const auto takeDigits = [&] {
         const std::size_t begin = at;
@@ -1226,24 +1249,24 @@ void Corvane::decodeRelSpgSplLatLon(const std::string& position, double& lat, do
         return position.substr(begin, at - begin);
     };
     const auto takeCharacter = [&] {
-        std::string character = position.substr(at, 1);
+        const std::string_view character = position.substr(at, 1);
         at += character.size();
         return character;
     };
-    const std::string latDigits = takeDigits();
-    const std::string latHemisphere = takeCharacter();
-    const std::string lonDigits = takeDigits();
-    const std::string lonHemisphere = takeCharacter();
+    const std::string_view latDigits = takeDigits();
+    const std::string_view latHemisphere = takeCharacter();
+    const std::string_view lonDigits = takeDigits();
+    const std::string_view lonHemisphere = takeCharacter();
 
     const bool complete = !latDigits.empty() && !latHemisphere.empty() && !lonDigits.empty() && !lonHemisphere.empty();
-    const bool latKnown = latHemisphere == "N"sv || latHemisphere == "S"sv;
-    const bool lonKnown = lonHemisphere == "E"sv || lonHemisphere == "W"sv;
+    const bool latKnown = is(latHemisphere, "N") || is(latHemisphere, "S");
+    const bool lonKnown = is(lonHemisphere, "E") || is(lonHemisphere, "W");
     if (!complete || (!latKnown && !lonKnown)) {
         // Said of SPL as well; meant.
         throwErrorMsg("REL and SPG position must be coded as 3233N06956W.");
     }
-    lat = leadingNumber(latDigits) / 100.0 * (latHemisphere == "N"sv ? 1.0 : -1.0);
-    lon = leadingNumber(lonDigits) / 100.0 * (lonHemisphere == "E"sv ? 1.0 : -1.0);
+    lat = leadingNumber(latDigits) / 100.0 * (is(latHemisphere, "N") ? 1.0 : -1.0);
+    lon = leadingNumber(lonDigits) / 100.0 * (is(lonHemisphere, "E") ? 1.0 : -1.0);
 }
 
 // WL150 dddff hhh
@@ -1264,11 +1287,7 @@ void Corvane::decodeWL150() {
     SKIP_TOKENS(1);
 
     if (flags != 0) {
-        Level level(LT_150MLAYERWIND);
-        level.fields[LF_WSPD] = speed;
-        level.fields[LF_WDIR] = dir;
-        level.fields[LF_HEIGHT] = height;
-        addFirstLevel(std::move(level));
+        addFirstLevel(LT_150MLAYERWIND, {{LF_WSPD, speed}, {LF_WDIR, dir}, {LF_HEIGHT, height}});
     }
 }
 
@@ -1290,17 +1309,14 @@ void Corvane::decodeDLMWND() {
     decodeDDFFF(dir, speed);
 
     NEED_TOKEN_OF_LENGTH(6);
-    const auto layerPressure = [](const std::string& figures) {
+    const auto layerPressure = [](std::string_view figures) {
         const double pressure = leadingNumber(figures);
         return pressure < 100.0 ? pressure + 1000.0 : pressure;
     };
-    Level level(LT_DEEPLAYERWIND);
-    level.fields[LF_PRES] = layerPressure(tokenQueue.front().substr(0, 3));
-    level.fields[LF_PRES2] = layerPressure(tokenQueue.front().substr(3, 3));
-    level.fields[LF_WDIR] = dir;
-    level.fields[LF_WSPD] = speed;
+    const double pressure = layerPressure(characters(tokenQueue.front(), 0, 3));
+    const double pressure2 = layerPressure(characters(tokenQueue.front(), 3, 3));
     SKIP_TOKENS(1);
-    addFirstLevel(std::move(level));
+    addFirstLevel(LT_DEEPLAYERWIND, {{LF_PRES, pressure}, {LF_WSPD, speed}, {LF_WDIR, dir}, {LF_PRES2, pressure2}});
 }
 
 // MBL WND dddff
@@ -1320,10 +1336,7 @@ void Corvane::decodeMBLWND() {
     double speed = NOT_REPORTED;
     decodeDDFFF(dir, speed);
 
-    Level level(LT_MEANBLWIND);
-    level.fields[LF_WDIR] = dir;
-    level.fields[LF_WSPD] = speed;
-    addFirstLevel(std::move(level));
+    addFirstLevel(LT_MEANBLWIND, {{LF_WSPD, speed}, {LF_WDIR, dir}});
 }
 
 // LST WND hhh
@@ -1339,10 +1352,9 @@ void Corvane::decodeLSTWND() {
     SKIP_TOKENS(1);
 
     NEED_TOKEN_OF_LENGTH(3);
-    Level level(LT_LASTWINDHEIGHT);
-    level.fields[LF_HEIGHT] = leadingNumber(tokenQueue.front());
+    const double height = leadingNumber(tokenQueue.front());
     SKIP_TOKENS(1);
-    addFirstLevel(std::move(level));
+    addFirstLevel(LT_LASTWINDHEIGHT, {{LF_HEIGHT, height}});
 }
 
 // ---------------------------------------------------------------------------------------------------------------------

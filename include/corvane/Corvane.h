@@ -38,12 +38,16 @@
 #include <corvane/Version.h>  // made by the build: CORVANE_VERSION "1.0.0", CORVANE_VERSION_MAJOR, _MINOR and _PATCH
 #endif
 
+#include <algorithm>
+#include <cstdint>
 #include <deque>
+#include <initializer_list>
 #include <iosfwd>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #if defined(__GNUC__)
@@ -239,10 +243,11 @@ protected:
     static std::deque<std::string> tokenize(std::string text);
 
     /// Files a level behind those of its kind, as it is.
-    void addLevel(Level level);
+    void addLevel(const Level& level);
+    void addLevel(Level&& level);
 
-    /// Files a level unless one of its kind is filed already.
-    void addFirstLevel(Level level);
+    /// Files a level of these quantities unless one of its kind is filed already.
+    void addFirstLevel(LEVEL_TYPE kind, std::initializer_list<std::pair<const LEVEL_FIELD, double>> fields);
 
     // The cursor. What throws, throws a std::string and leaves the queue as it is.
 
@@ -270,11 +275,11 @@ protected:
     // Number readers, all independent of the global locale.
 
     /// The number at the start of a text as stream extraction of a double reads it in the classic locale; otherwise 0.
-    static double extractDouble(const std::string& text);
+    static double extractDouble(std::string_view text);
     /// The number at the start of a text as stream extraction of an int reads it in the classic locale; otherwise 0.
-    static int extractInt(const std::string& text);
+    static int extractInt(std::string_view text);
     /// The number at the start of a text as strtod reads it in the "C" locale; otherwise 0.
-    static double leadingNumber(const std::string& text);
+    static double leadingNumber(std::string_view text);
 
     // Heading and identifier.
 
@@ -298,7 +303,7 @@ protected:
     void decodeMarsden();
     void decodeMobileElev();
     /// Degrees and minutes written as one number, divided by a hundred. No decoder calls it; subclasses may.
-    static double fractionalDegrees(const std::string& digits);
+    static double fractionalDegrees(std::string_view digits);
 
     // Temperature and wind groups. A group must remain; it is taken. An output whose flag is clear keeps its value.
 
@@ -343,7 +348,7 @@ protected:
     void decode62626();
     void decodeRELSPGSPL();
     /// Reads a position such as 3233N06956W; writes the outputs only when it throws nothing.
-    void decodeRelSpgSplLatLon(const std::string& position, double& lat, double& lon) const;
+    void decodeRelSpgSplLatLon(std::string_view position, double& lat, double& lon) const;
     void decodeWL150();
     void decodeDLMWND();
     void decodeMBLWND();
@@ -355,5 +360,24 @@ protected:
 /// left aligned. This is meant: the dump is for looking at a decoder's result by eye.
 /// @return `os`, untouched.
 CORVANE_API std::ostream& operator<<(std::ostream& os, const Corvane& decoder);
+
+// The questions that the decoders ask of every group. They stand here to become part of their callers: with a literal
+// of known length the comparison is a matter of two or three instructions.
+
+inline void Corvane::NEED_TOKENS(int n) const {
+    // Compared as an unsigned number, so that a negative count is never met. One group needs no counting.
+    if (n == 1 ? tokenQueue.empty() : static_cast<std::uint32_t>(n) > tokenQueue.size()) {
+        throwTooFew(n);
+    }
+}
+
+inline bool Corvane::frontBeginsWith(std::string_view characters) const {
+    return !tokenQueue.empty() && tokenQueue.front().size() >= characters.size() &&
+           std::equal(characters.begin(), characters.end(), tokenQueue.front().begin());
+}
+
+inline bool Corvane::frontIs(std::string_view group) const {
+    return frontBeginsWith(group) && tokenQueue.front().size() == group.size();
+}
 
 #endif
