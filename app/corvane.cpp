@@ -30,7 +30,7 @@ bool isWhiteSpace(char character) {
 std::string gatherReport(int descriptor, const std::string& name) {
     std::string text;
     bool inWord = false;
-    std::array<char, 65536> buffer;
+    std::array<char, 4096> buffer;  // most reports fit, and a larger one costs more pages than it saves reads
     while (true) {
         const ssize_t length = read(descriptor, buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR) {
