@@ -1,15 +1,18 @@
-// Decoding in process: the constructor, the table into a string stream, and as a floor the plain splitting of the same
-// text into a deque of strings. Then how all this grows with the report.
+// Decoding in process: the life of a decoder, its construction alone, the table into a string stream, and as a floor
+// the plain splitting of the same text into a deque of strings. Then how construction and floor grow with the report.
 #include <corvane/Corvane.h>
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <deque>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 void csv(const Corvane& decoder);
 
@@ -58,12 +61,28 @@ void splitText(benchmark::State& state, const std::string& text) {
     count(state, text);
 }
 
+// The whole life of a decoder, from its text to its end.
 void decode(benchmark::State& state, const std::string& text) {
     for (auto iteration : state) {
         const Corvane decoder(text);
         benchmark::DoNotOptimize(&decoder);
     }
     count(state, text);
+}
+
+// Its construction alone is timed; what its end takes is counted beside it.
+void construct(benchmark::State& state, const std::string& text) {
+    std::chrono::duration<double> ends{0.0};
+    for (auto iteration : state) {
+        const auto begin = std::chrono::steady_clock::now();
+        std::optional<Corvane> decoder(std::in_place, text);
+        const auto constructed = std::chrono::steady_clock::now();
+        decoder.reset();
+        ends += std::chrono::steady_clock::now() - constructed;
+        state.SetIterationTime(std::chrono::duration<double>(constructed - begin).count());
+    }
+    count(state, text);
+    state.counters["end"] = benchmark::Counter(ends.count(), benchmark::Counter::kAvgIterations);
 }
 
 void refuse(benchmark::State& state, const std::string& text) {
@@ -90,16 +109,20 @@ void writeTable(benchmark::State& state, const std::string& text) {
     count(state, text);
 }
 
-void grow(benchmark::State& state) {
-    const std::string text = reportOfGroups(state.range(0));
-    for (auto iteration : state) {
-        const Corvane decoder(text);
-        benchmark::DoNotOptimize(&decoder);
-    }
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+void countGroups(benchmark::State& state) {
     state.counters["per_group"] =
         benchmark::Counter(static_cast<double>(state.range(0)),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void growConstruct(benchmark::State& state) {
+    construct(state, reportOfGroups(state.range(0)));
+    countGroups(state);
+}
+
+void growSplit(benchmark::State& state) {
+    splitText(state, reportOfGroups(state.range(0)));
+    countGroups(state);
 }
 
 }  // namespace
@@ -107,13 +130,19 @@ void grow(benchmark::State& state) {
 int main(int argc, char* argv[]) {
     benchmark::RegisterBenchmark("split/drop", splitText, report("drop-maria-2017"));
     benchmark::RegisterBenchmark("decode/drop", decode, report("drop-maria-2017"));
+    benchmark::RegisterBenchmark("construct/drop", construct, report("drop-maria-2017"))->UseManualTime();
     benchmark::RegisterBenchmark("table/drop", writeTable, report("drop-maria-2017"));
     benchmark::RegisterBenchmark("split/land", splitText, report("temp-camborne-2026"));
     benchmark::RegisterBenchmark("decode/land", decode, report("temp-camborne-2026"));
+    benchmark::RegisterBenchmark("construct/land", construct, report("temp-camborne-2026"))->UseManualTime();
     benchmark::RegisterBenchmark("table/land", writeTable, report("temp-camborne-2026"));
     benchmark::RegisterBenchmark("split/refused", splitText, report("temp-key-west-2022"));
     benchmark::RegisterBenchmark("decode/refused", refuse, report("temp-key-west-2022"));
-    benchmark::RegisterBenchmark("grow", grow)->RangeMultiplier(10)->Range(1000, 1000000);
+    benchmark::RegisterBenchmark("split/grow", growSplit)->RangeMultiplier(10)->Range(1000, 1000000);
+    benchmark::RegisterBenchmark("construct/grow", growConstruct)
+        ->RangeMultiplier(10)
+        ->Range(1000, 1000000)
+        ->UseManualTime();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
