@@ -149,7 +149,7 @@ void runMeets(const char* way, const Run& run, const fuzz::Outcome& outcome) {
 
 // The text behind as much white space as puts the end of the program's read buffer at this place of it.
 std::string shifted(const std::string& content, std::size_t border) {
-    constexpr std::size_t BUFFER = 65536;
+    constexpr std::size_t BUFFER = 4096;
     return std::string(BUFFER - border % BUFFER, '\n') + content;
 }
 

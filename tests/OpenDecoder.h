@@ -83,6 +83,8 @@ public:
     using Corvane::sasa;
     using Corvane::SKIP_TOKENS;
     using Corvane::sr;
+    using Corvane::takeTemperature;
+    using Corvane::takeWind;
     using Corvane::throwErrorMsg;
     using Corvane::tokenize;
     using Corvane::tokenQueue;

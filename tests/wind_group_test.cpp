@@ -249,6 +249,26 @@ TEST(TemperatureAndWindGroups, WindGroupOfOneCharacterIsFoundBehindTheTemperatur
     EXPECT_EQ(decoder.rest(), "2");
 }
 
+TEST(TemperatureAndWindGroups, GivenQuantitiesReplaceThoseOfTheLevel) {
+    OpenDecoder decoder = OpenDecoder::withGroups("12456 27015");
+    Corvane::Level level = levelOf(SIGNIFICANT, {{PRES, 850}, {TDRY, 1}, {DP, 2}, {WSPD, 3}, {WDIR, 4}, {HEIGHT, 5}});
+    decoder.takeTemperature(level);
+    decoder.takeWind(level);
+    EXPECT_TRUE(sameLevels(
+        {level},
+        {levelOf(SIGNIFICANT, {{PRES, 850}, {TDRY, 12.4}, {DP, 12.4 - 6.0}, {WSPD, 15}, {WDIR, 270}, {HEIGHT, 5}})}));
+    EXPECT_EQ(decoder.rest(), "");
+}
+
+TEST(TemperatureAndWindGroups, QuantitiesThatAreNotGivenStayInTheLevel) {
+    OpenDecoder decoder = OpenDecoder::withGroups("124// 27///");
+    Corvane::Level level = levelOf(SIGNIFICANT, {{TDRY, 1}, {DP, 2}, {WSPD, 3}, {WDIR, 4}});
+    decoder.takeTemperature(level);
+    decoder.takeWind(level);
+    EXPECT_TRUE(sameLevels({level}, {levelOf(SIGNIFICANT, {{TDRY, 12.4}, {DP, 2}, {WSPD, 3}, {WDIR, 4}})}));
+    EXPECT_EQ(decoder.rest(), "");
+}
+
 TEST(WindGroup, WholeReportConvertsKnotsWhenTheDayIsAboveFifty) {
     const Corvane knots("TTBB 5600/ 72201 21212 00014 27615 11850 27015 22700 27///");
     EXPECT_TRUE(sameLevels(knots.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {WDIR, 275}, {WSPD, 115 * KNOT}}),

@@ -361,8 +361,8 @@ protected:
 /// @return `os`, untouched.
 CORVANE_API std::ostream& operator<<(std::ostream& os, const Corvane& decoder);
 
-// The questions that the decoders ask of every group. They stand here to become part of their callers: with a literal
-// of known length the comparison is a matter of two or three instructions.
+// The questions that the decoders ask of every group, here so that they become part of the decoders: the length of what
+// is asked for is known there.
 
 inline void Corvane::NEED_TOKENS(int n) const {
     // Compared as an unsigned number, so that a negative count is never met. One group needs no counting.
