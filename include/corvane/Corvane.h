@@ -361,6 +361,7 @@ protected:
 /// @return `os`, untouched.
 CORVANE_API std::ostream& operator<<(std::ostream& os, const Corvane& decoder);
 
+/// @cond
 // The questions that the decoders ask of every group, here so that they become part of the decoders: the length of what
 // is asked for is known there.
 
@@ -379,5 +380,6 @@ inline bool Corvane::frontBeginsWith(std::string_view characters) const {
 inline bool Corvane::frontIs(std::string_view group) const {
     return frontBeginsWith(group) && tokenQueue.front().size() == group.size();
 }
+/// @endcond
 
 #endif
