@@ -1084,18 +1084,17 @@ void Corvane::decodeSection6() {
 // Takes the group. Source: FM 35, sections 5 and 6.
 bool Corvane::decodeSignificantPressure(double& pressure) {
     const std::string_view figures = characters(tokenQueue.front(), 2, 3);
-    if (figures.empty()) {
-        SKIP_TOKENS(1);
-        return false;
+    const bool given = !figures.empty();
+    if (given) {
+        pressure = extractDouble(figures);
+        if (part == 1 && pressure < 100.0) {
+            pressure += 1000.0;
+        } else if (part == 3) {
+            pressure /= 10.0;
+        }
     }
-    pressure = extractDouble(figures);
     SKIP_TOKENS(1);
-    if (part == 1 && pressure < 100.0) {
-        pressure += 1000.0;
-    } else if (part == 3) {
-        pressure /= 10.0;
-    }
-    return true;
+    return given;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
