@@ -1,5 +1,18 @@
 /// @file
 /// Convective and other indices of a sounding, as forecasters read them below a skew-T diagram.
+///
+///     const corvane::Indices indices = corvane::indicesOf(sounding);
+///     if (!std::isnan(indices.surface.lfcPressure)) {
+///         std::cout << "CAPE " << indices.surface.cape << " J/kg from " << indices.surface.lfcPressure << " hPa up\n";
+///     }
+///
+/// The profile that they are computed from is that of the levels from the ground up. The ground is the surface level,
+/// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
+/// have them, however far those are apart. Formulas stand in Thermodynamics.h.
+///
+/// What no atmosphere has counts as not given: a pressure that is not between 0 and 2000 hPa or not below that of the
+/// level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1 kg/kg or
+/// more, a wind above 1000 m/s, a height beyond 200 km.
 #ifndef CORVANE_INDICES_H
 #define CORVANE_INDICES_H
 
@@ -9,36 +22,51 @@
 
 namespace corvane {
 
-/// What a parcel lifted from one level of a sounding meets. NaN where there is none.
+/// What a parcel lifted from one level of a sounding meets. Below its lifted condensation level it keeps its potential
+/// temperature and mixing ratio; above it follows the pseudoadiabat. It is buoyant where its virtual temperature
+/// exceeds that of the sounding. Without a level to lift it from, everything is NaN.
 struct ParcelIndices {
     static constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
+
     double pressure = NONE;        ///< of the parcel's level, hPa
-    double lclPressure = NONE;     ///< lifting condensation level, hPa
+    double lclPressure = NONE;     ///< lifted condensation level, hPa; also where it is above the top of the sounding
     double lclTemperature = NONE;  ///< degrees Celsius
-    double lfcPressure = NONE;     ///< level of free convection, hPa
-    double elPressure = NONE;      ///< equilibrium level, hPa
-    double cape = NONE;            ///< convective available potential energy, J/kg, at least 0
-    double cin = NONE;             ///< convective inhibition, J/kg, at most 0
-    double liftedIndex = NONE;     ///< K, at 500 hPa
+    /// Level of free convection, hPa: of the layers above the lifted condensation level in which the parcel is buoyant,
+    /// the lower end of the one with the largest area. NaN where there is no such layer.
+    double lfcPressure = NONE;
+    /// Equilibrium level, hPa: the upper end of the highest of these layers. NaN where there is none, and where the
+    /// sounding ends inside the layer.
+    double elPressure = NONE;
+    /// Convective available potential energy, J/kg: the positive buoyancy from the level of free convection to the
+    /// equilibrium level, or to the top of a sounding that ends below it. At least 0; 0 without a level of free
+    /// convection.
+    double cape = NONE;
+    /// Convective inhibition, J/kg: the negative buoyancy from the parcel's level to the level of free convection. At
+    /// most 0; 0 without a level of free convection.
+    double cin = NONE;
+    double liftedIndex = NONE;  ///< temperature of the sounding at 500 hPa minus that of the parcel there, K
 };
 
 /// The indices of a sounding. NaN where the sounding cannot give a value.
 struct Indices {
     static constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
-    ParcelIndices surface;                ///< the surface parcel
-    ParcelIndices mostUnstable;           ///< the parcel with the highest theta_e in the lowest 300 hPa
-    double kIndex = NONE;                 ///< degrees Celsius
-    double totalTotals = NONE;            ///< degrees Celsius
-    double precipitableWater = NONE;      ///< mm
-    double freezingLevelPressure = NONE;  ///< hPa
+
+    ParcelIndices surface;  ///< of the lowest level that has temperature and dew point
+    /// Of the level with the highest equivalent potential temperature in the lowest 300 hPa.
+    ParcelIndices mostUnstable;
+    double kIndex = NONE;                 ///< T850 - T500 + Td850 - (T700 - Td700), degrees Celsius
+    double totalTotals = NONE;            ///< T850 + Td850 - 2 T500, degrees Celsius
+    double precipitableWater = NONE;      ///< up to the highest dew point, mm
+    double freezingLevelPressure = NONE;  ///< where the temperature first falls below 0, hPa; NaN if it starts there
     double freezingLevelHeight = NONE;    ///< metres above the ground
-    double wetBulbZeroPressure = NONE;    ///< hPa
+    double wetBulbZeroPressure = NONE;    ///< the same for the wet-bulb temperature, hPa
     double wetBulbZeroHeight = NONE;      ///< metres above the ground
-    double shear0To6Km = NONE;            ///< bulk shear between the surface and 6000 m above it, m/s
-    double lapseRate700To500 = NONE;      ///< K/km
+    double shear0To6Km = NONE;            ///< length of the wind vector 6000 m above the ground minus that at it, m/s
+    double lapseRate700To500 = NONE;      ///< (T700 - T500) / (z500 - z700), K/km
 };
 
-/// The indices of a sounding. Never throws for any levels, whatever they hold.
+/// The indices of a sounding. Never throws for any levels, whatever they hold, except when memory runs out
+/// (std::bad_alloc).
 CORVANE_API Indices indicesOf(const Sounding& sounding);
 
 }  // namespace corvane
