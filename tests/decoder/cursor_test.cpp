@@ -1,6 +1,6 @@
 // The cursor over the groups: looking ahead, counting, skipping, joining broken groups, and the texts of the faults.
-#include "GlobalLocale.h"
-#include "OpenDecoder.h"
+#include "support/GlobalLocale.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <limits>

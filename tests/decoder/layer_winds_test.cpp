@@ -1,6 +1,6 @@
 // The remarks WL150, DLM WND, MBL WND and LST WND: winds averaged over a layer, and the height of the last wind.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The seeds of the fuzz targets and the reports, each through its target once, with whatever compiler there is. A
 // property that does not hold ends the test with a message on standard error.
-#include "../fuzz/Properties.h"
-#include "ProgramRun.h"
+#include "../../fuzz/Properties.h"
+#include "support/ProgramRun.h"
 
 #include <algorithm>
 #include <cctype>

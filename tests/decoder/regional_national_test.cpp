@@ -1,6 +1,6 @@
 // Sections 9 and 10: the regional and national groups, passed over up to the next part.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

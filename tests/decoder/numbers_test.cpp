@@ -1,6 +1,6 @@
 // The number readers: against the stream and against strtod over every short text, and in a foreign locale.
-#include "GlobalLocale.h"
-#include "OpenDecoder.h"
+#include "support/GlobalLocale.h"
+#include "support/OpenDecoder.h"
 
 #include <clocale>
 #include <cmath>

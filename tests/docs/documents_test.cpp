@@ -1,6 +1,6 @@
 // The documents: what they show is run, and nothing that they have to name is missing from them.
-#include "OpenDecoder.h"
-#include "ProgramRun.h"
+#include "support/OpenDecoder.h"
+#include "support/ProgramRun.h"
 
 #include <corvane/Corvane.h>
 
@@ -228,7 +228,7 @@ TEST(Readme, TheFirstCommandDecodesTheReportShown) {
 TEST(Readme, TheCodeShownIsCompiledHere) {
     const std::vector<Block> code = blocksOf(parsed("README.md"), "cpp");
     ASSERT_EQ(code.size(), 1U);
-    const std::string test = document("tests/documents_test.cpp");
+    const std::string test = document("tests/docs/documents_test.cpp");
     const std::size_t begin = test.find("void printHeights(");
     const std::size_t end = test.find("\n}\n", begin) + 3;
     const std::size_t beginShown = code.front().text.find("void ");

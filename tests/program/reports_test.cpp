@@ -1,6 +1,6 @@
 // Real and made reports through the program: each NAME.txt of the reports folder with its table NAME.csv, or refused
 // with the message NAME.err.
-#include "ProgramRun.h"
+#include "support/ProgramRun.h"
 
 #include <algorithm>
 #include <filesystem>

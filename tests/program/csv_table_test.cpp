@@ -1,5 +1,5 @@
 // The table of the program: its header, its columns, how numbers are written, the order of the rows.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <algorithm>
 #include <cmath>

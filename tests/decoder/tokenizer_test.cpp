@@ -1,6 +1,6 @@
 // The splitting of a report's text into code groups.
-#include "GlobalLocale.h"
-#include "OpenDecoder.h"
+#include "support/GlobalLocale.h"
+#include "support/OpenDecoder.h"
 
 #include <deque>
 #include <gtest/gtest.h>

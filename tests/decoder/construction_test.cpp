@@ -1,5 +1,5 @@
 // The decoder object: its state and tables before decoding, and the walk through the parts and their sections.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <map>

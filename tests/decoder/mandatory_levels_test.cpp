@@ -1,6 +1,6 @@
 // Section 2: the surface and the standard isobaric surfaces of parts A and C, and the heights of their three figures.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

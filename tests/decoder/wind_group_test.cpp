@@ -1,6 +1,6 @@
 // The wind group ddfff: direction and speed; and a temperature group and a wind group in a row.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The temperature group TTTDD: air temperature, and the dew point from its depression.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

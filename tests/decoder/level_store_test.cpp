@@ -1,5 +1,5 @@
 // The levels of a report: their kinds and quantities by name, and the order in which they are filed and read back.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <map>

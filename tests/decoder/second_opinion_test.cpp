@@ -1,6 +1,6 @@
 // A plain second reading of TTTDD, ddfff, the heights of section 2 and the pressures of sections 3 to 6, held against
 // the decoder over every group of digits and solidi.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Section 7, the sounding system and the time of launch behind 31313; section 8, the clouds behind 41414.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

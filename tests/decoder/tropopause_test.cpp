@@ -1,6 +1,6 @@
 // Section 3: tropopauses 88PPP TTTDD ddfff, or 88999 when none was observed.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

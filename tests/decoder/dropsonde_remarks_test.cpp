@@ -1,6 +1,6 @@
 // The remarks of a dropsonde behind 62626: their words, what each takes with it, and where the remarks end.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The date-time group YYGGId of parts A and C, YYGGa4 of part B, YYGG/ of part D: day, knots, hour, last wind level.
-#include "GlobalLocale.h"
-#include "OpenDecoder.h"
+#include "support/GlobalLocale.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <locale>

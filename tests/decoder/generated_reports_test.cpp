@@ -1,6 +1,6 @@
 // Reports written from known levels by a generator: they decode to those levels, and to nothing else, however their
 // groups are parted, closed or split.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <algorithm>
 #include <cmath>

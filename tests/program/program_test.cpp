@@ -1,6 +1,6 @@
 // The program as a process: arguments, standard input, files that cannot be read, exit statuses, what is on which
 // stream.
-#include "ProgramRun.h"
+#include "support/ProgramRun.h"
 
 #include <csignal>
 #include <cstdio>

@@ -1,5 +1,5 @@
 // The type and part identifier MMMM, and the code form as text.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <string>

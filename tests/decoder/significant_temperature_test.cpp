@@ -1,6 +1,6 @@
 // Section 5: significant levels of temperature and humidity, nnPPP TTTDD, in parts B and D.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The remarks REL, SPG and SPL: where and when a dropsonde was released and where it hit the surface.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

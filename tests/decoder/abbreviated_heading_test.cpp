@@ -1,5 +1,5 @@
 // The abbreviated heading T1T2A1A2ii CCCC YYGGgg with its correction indicators, before the first part.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 // Section 4: maximum winds 77PPP or 66PPP ddfff, perhaps with a shear group 4vbvbvava; or 77999 when there is none.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Section 1: station number, call sign, position, Marsden square and elevation, and which code form reports which.
-#include "GlobalLocale.h"
-#include "OpenDecoder.h"
+#include "support/GlobalLocale.h"
+#include "support/OpenDecoder.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

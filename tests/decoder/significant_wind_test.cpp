@@ -1,6 +1,6 @@
 // Section 6: significant levels of wind behind 21212, nnPPP ddfff, in parts B and D.
-#include "LevelMatchers.h"
-#include "OpenDecoder.h"
+#include "support/LevelMatchers.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 

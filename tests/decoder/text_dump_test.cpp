@@ -1,5 +1,5 @@
 // The merged profile of a sounding and its dump as text on standard output.
-#include "OpenDecoder.h"
+#include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <ios>
