@@ -1,9 +1,9 @@
 // The decoder object: its state and tables before decoding, and the walk through the parts and their sections.
+#include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <map>
-#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -26,19 +26,8 @@ Surfaces pairsOf(const Table& table) {
     return pairs;
 }
 
-// Kind and pressure of every level, as in "surface 1014, maxwind 250"; "-" for a level without pressure.
 std::string levelsOf(const Corvane& decoder) {
-    std::ostringstream text;
-    for (const Corvane::Level& level : decoder.allLevels()) {
-        text << (text.tellp() > 0 ? ", " : "") << level.name() << ' ';
-        const auto pressure = level.fields.find(Corvane::LF_PRES);
-        if (pressure == level.fields.end()) {
-            text << '-';
-        } else {
-            text << pressure->second;
-        }
-    }
-    return text.str();
+    return summaryOf(decoder.allLevels());
 }
 
 void expectInitialValues(const OpenDecoder& decoder) {
@@ -248,12 +237,7 @@ TEST(Construction, FirstFaultLeavesTheConstructor) {
 }
 
 TEST(Construction, GroupTooShortForItsPositionsIsOutOfRange) {
-    try {
-        const Corvane report("TTAA 56121 72403 88999 77999 X");
-        FAIL() << "nothing thrown";
-    } catch (const std::out_of_range& fault) {
-        EXPECT_NE(std::string(fault.what()).find("basic_string::substr"), std::string::npos) << fault.what();
-    }
+    EXPECT_TRUE(findsGroupTooShort([] { Corvane("TTAA 56121 72403 88999 77999 X"); }));
 }
 
 TEST(Construction, IdentifierBehindTheDateAndStationEndsAnEmptyPart) {
@@ -322,16 +306,17 @@ TEST(PartSequence, EveryPartHasSectionSeven) {
     }
 }
 
-TEST(PartSequence, CloudSectionBelongsToPartsBAndD) {
-    // A section 8 that ends behind its opener is a fault where section 8 is read, and passed over elsewhere.
+// Parts B and D have it, but never reach it with its opener in front: section 7 leaves its time group there, and
+// without a section 7 the levels take all groups to the end. What an opener alone does there, SectionEight tests.
+TEST(PartSequence, PartsAAndCHaveNoCloudSection) {
     for (const std::string text : {"TTAA 56001 72201 88999 77999 41414", "TTCC 56001 72201 88999 77999 41414"}) {
         SCOPED_TRACE(text);
-        EXPECT_NO_THROW(OpenDecoder{text});
+        EXPECT_EQ(faultOf([&] { const Corvane report(text); }), NOTHING_THROWN);
     }
     for (const int part : {0, 2}) {
         OpenDecoder decoder = OpenDecoder::inPart(part, "56001 72201 88999 77999 41414");
         decoder.wmoMessageType = Corvane::WMO_TEMP;
-        EXPECT_NO_THROW(part == 0 ? decoder.decodePartA() : decoder.decodePartC());
+        EXPECT_EQ(faultOf([&] { part == 0 ? decoder.decodePartA() : decoder.decodePartC(); }), NOTHING_THROWN);
         EXPECT_EQ(decoder.rest(), "");
     }
 }

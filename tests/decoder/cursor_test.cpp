@@ -1,23 +1,12 @@
 // The cursor over the groups: looking ahead, counting, skipping, joining broken groups, and the texts of the faults.
 #include "support/GlobalLocale.h"
+#include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
 #include <limits>
-#include <locale>
 #include <string>
 #include <vector>
-
-namespace {
-
-// Numbers grouped in thousands with full stops.
-class DottedThousands : public std::numpunct<char> {
-protected:
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-}  // namespace
 
 TEST(WhereAreWe, FewerGroupsThanAskedGivesThoseThatRemain) {
     const OpenDecoder decoder = OpenDecoder::withGroups("12125 72201 99012");
@@ -36,12 +25,6 @@ TEST(WhereAreWe, NothingIsAskedForOrNothingIsLeft) {
     EXPECT_EQ(OpenDecoder::withGroups("12125 72201").whereAreWe(0), "");
     EXPECT_EQ(OpenDecoder::withGroups("").whereAreWe(6), "");
     EXPECT_EQ(OpenDecoder::withGroups("").whereAreWe(0), "");
-}
-
-TEST(WhereAreWe, QueueStaysAsItIs) {
-    const OpenDecoder decoder = OpenDecoder::withGroups("12125 72201 99012");
-    decoder.whereAreWe(2);
-    EXPECT_EQ(decoder.rest(), "12125 72201 99012");
 }
 
 TEST(ThrowErrorMsg, MessageIsFollowedByTheGroupsAtTheFront) {
@@ -105,7 +88,7 @@ TEST(NeedTokens, NegativeCountIsAlwaysAFaultAndShowsNoGroups) {
 
 TEST(NeedTokens, CountIsWrittenPlainUnderAnyGlobalLocale) {
     const OpenDecoder decoder = OpenDecoder::withGroups("99012");
-    const GlobalLocale foreign(new DottedThousands);
+    const GlobalLocale foreign(new ForeignNumbers);
     const std::string count = faultOf([&] { decoder.NEED_TOKENS(1234567); });
     const std::string length = faultOf([&] { OpenDecoder(decoder).NEED_TOKEN_OF_LENGTH(1234567); });
     EXPECT_EQ(count, "At least 1234567 code groups are required. Error detected at99012  ...");
@@ -229,11 +212,10 @@ TEST(Fault, GroupsTakenBeforeAFaultStayTaken) {
 }
 
 TEST(Fault, LevelsFiledBeforeAFaultStayFiled) {
-    OpenDecoder decoder = OpenDecoder::withGroups("99012");
-    Corvane::Level level(Corvane::LT_SURFACE);
-    decoder.addLevel(level);
-    EXPECT_NE(faultOf([&] { decoder.NEED_TOKENS(2); }), "(nothing thrown)");
-    EXPECT_EQ(decoder.allLevels().size(), 1u);
+    OpenDecoder decoder = OpenDecoder::inPart(1, "11850 12456 11700");
+    EXPECT_EQ(faultOf([&] { decoder.decodeSection5(); }),
+              "At least 2 code groups are required. Error detected at11700  ...");
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "significant 850");
 }
 
 TEST(Tokens, WholeReportIsGivenWhateverHasBeenTaken) {

@@ -220,8 +220,3 @@ TEST(DropsondeRemarks, AreDecodedInALandReportToo) {
     const Corvane report("TTAA 0612/ 72201 88999 77999 62626 LST WND 013");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(LAST_WIND, {{HEIGHT, 13}})}));
 }
-
-TEST(DropsondeRemarks, AnotherWordBehindLastRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("XXAA 0712/ 99241 70830 08183 88999 77999 62626 LAST FLIGHT XXBB"); }),
-              "LAST must be followed by REPORT. Error detected near FLIGHT XXBB  ...");
-}

@@ -357,8 +357,3 @@ TEST(LayerWinds, WholeReportKeepsTheFirstOfEachKind) {
                             levelOf(DEEP_LAYER, {{PRES, 997}, {PRES2, 850}, {WDIR, 95}, {WSPD, 23 * KNOT}}),
                             levelOf(MEAN_BL, {{WDIR, 95}, {WSPD, 23 * KNOT}}), levelOf(LAST_WIND, {{HEIGHT, 13}})}));
 }
-
-TEST(LayerWinds, MissingWndRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("XXAA 57081 99241 70830 08183 88999 77999 62626 DLM WIND 09523 997850"); }),
-              "DLM must be followed by WND. Error detected at WIND 09523 997850 ...");
-}

@@ -1,8 +1,9 @@
 // The levels of a report: their kinds and quantities by name, and the order in which they are filed and read back.
+#include "support/KindNames.h"
+#include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
 #include <gtest/gtest.h>
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,59 +17,21 @@ Corvane::Level levelAt(Corvane::LEVEL_TYPE kind, double pressure) {
     return level;
 }
 
-// Kind and pressure of each level, as in "surface 1014, maxwind 250"; "-" for a level without pressure.
-std::string textOf(const std::vector<Corvane::Level>& levels) {
-    std::ostringstream text;
-    for (const Corvane::Level& level : levels) {
-        text << (text.tellp() > 0 ? ", " : "") << level.name() << ' ';
-        const auto pressure = level.fields.find(Corvane::LF_PRES);
-        if (pressure == level.fields.end()) {
-            text << '-';
-        } else {
-            text << pressure->second;
-        }
-    }
-    return text.str();
-}
-
-// A decoder with these levels, filed in this order.
-OpenDecoder holding(const std::vector<Corvane::Level>& levels) {
-    OpenDecoder decoder;
-    for (const Corvane::Level& level : levels) {
-        Corvane::Level filed = level;
-        decoder.addLevel(filed);
-    }
-    return decoder;
-}
-
 }  // namespace
 
 TEST(Level, EveryKindHasItsValueAndName) {
-    struct Row {
-        Corvane::LEVEL_TYPE kind;
-        int value;
-        const char* name;
-    };
-    const Row rows[] = {
-        {Corvane::LT_GENERIC, 0, "generic"},
-        {Corvane::LT_SURFACE, 1, "surface"},
-        {Corvane::LT_MANDATORY, 2, "mandatory"},
-        {Corvane::LT_SIGNIFICANT, 3, "significant"},
-        {Corvane::LT_TROPOPAUSE, 4, "tropopause"},
-        {Corvane::LT_MAXWIND, 5, "maxwind"},
-        {Corvane::LT_150MLAYERWIND, 6, "150mlayerwind"},
-        {Corvane::LT_DEEPLAYERWIND, 7, "deeplayerwind"},
-        {Corvane::LT_MEANBLWIND, 8, "meanblwind"},
-        {Corvane::LT_LASTWINDHEIGHT, 9, "lastwindheight"},
-        {Corvane::LT_RELEASEPOINT, 10, "releasepoint"},
-        {Corvane::LT_SPLASHPOINTWINDINTEG, 11, "splashpointwindinteg"},
-        {Corvane::LT_SPLASHPOINTRAWGPS, 12, "splashpointrawgps"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(static_cast<int>(row.kind), row.value);
-        EXPECT_EQ(Corvane::Level(row.kind).name(), row.name);
+    const Corvane::LEVEL_TYPE kinds[] = {SURFACE,    MANDATORY, SIGNIFICANT, TROPOPAUSE, MAXWIND,      LAYER_150M,
+                                         DEEP_LAYER, MEAN_BL,   LAST_WIND,   RELEASE,    SPLASH_INTEG, SPLASH_GPS};
+    EXPECT_EQ(static_cast<int>(Corvane::LT_GENERIC), 0);
+    EXPECT_EQ(Corvane::Level(Corvane::LT_GENERIC).name(), KIND_NAMES[0]);
+    int value = 1;
+    for (const Corvane::LEVEL_TYPE kind : kinds) {
+        SCOPED_TRACE(value);
+        EXPECT_EQ(static_cast<int>(kind), value);
+        EXPECT_EQ(Corvane::Level(kind).name(), KIND_NAMES.at(static_cast<std::size_t>(value)));
+        ++value;
     }
+    EXPECT_EQ(value, 13);
 }
 
 TEST(Level, KindOutsideTheListIsUnknown) {
@@ -113,6 +76,12 @@ TEST(Level, QuantityOutsideTheListIsUnknown) {
     EXPECT_EQ(level.fieldName(static_cast<Corvane::LEVEL_FIELD>(-1)), "unknown");
 }
 
+TEST(Level, LevelOfNoKindIsGeneric) {
+    const Corvane::Level level;
+    EXPECT_EQ(level.type, Corvane::LT_GENERIC);
+    EXPECT_TRUE(level.fields.empty());
+}
+
 TEST(Level, KindAloneMakesALevelWithoutQuantities) {
     const Corvane::Level level(Corvane::LT_MAXWIND);
     EXPECT_EQ(level.type, Corvane::LT_MAXWIND);
@@ -149,9 +118,10 @@ TEST(LevelStore, EmptyStoreGivesNoLevels) {
 }
 
 TEST(LevelStore, SurfaceComesBeforeTheSignificantLevels) {
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_SIGNIFICANT, 850.0), levelAt(Corvane::LT_SURFACE, 1014.0),
-                                         levelAt(Corvane::LT_SIGNIFICANT, 925.0)});
-    EXPECT_EQ(textOf(decoder.allLevels()), "surface 1014, significant 850, significant 925");
+    const OpenDecoder decoder =
+        OpenDecoder::holding({levelAt(Corvane::LT_SIGNIFICANT, 850.0), levelAt(Corvane::LT_SURFACE, 1014.0),
+                              levelAt(Corvane::LT_SIGNIFICANT, 925.0)});
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "surface 1014, significant 850, significant 925");
 }
 
 TEST(LevelStore, EveryKindStandsAtItsPlaceWhateverTheFilingOrder) {
@@ -169,22 +139,23 @@ TEST(LevelStore, EveryKindStandsAtItsPlaceWhateverTheFilingOrder) {
 }
 
 TEST(LevelStore, LevelsOfOneKindKeepTheirFilingOrder) {
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_MANDATORY, 500.0), levelAt(Corvane::LT_MANDATORY, 1000.0),
-                                         levelAt(Corvane::LT_MANDATORY, 700.0), levelAt(Corvane::LT_MANDATORY, 250.0)});
-    EXPECT_EQ(textOf(decoder.allLevels()), "mandatory 500, mandatory 1000, mandatory 700, mandatory 250");
+    const OpenDecoder decoder =
+        OpenDecoder::holding({levelAt(Corvane::LT_MANDATORY, 500.0), levelAt(Corvane::LT_MANDATORY, 1000.0),
+                              levelAt(Corvane::LT_MANDATORY, 700.0), levelAt(Corvane::LT_MANDATORY, 250.0)});
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "mandatory 500, mandatory 1000, mandatory 700, mandatory 250");
 }
 
 TEST(LevelStore, TwoLevelsOfOnePressureStayTwo) {
     const Corvane::Level level = levelAt(Corvane::LT_SIGNIFICANT, 850.0);
-    const OpenDecoder decoder = holding({level, level});
-    EXPECT_EQ(textOf(decoder.allLevels()), "significant 850, significant 850");
+    const OpenDecoder decoder = OpenDecoder::holding({level, level});
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "significant 850, significant 850");
 }
 
 TEST(LevelStore, LevelWithoutQuantitiesIsFiledLikeAnyOther) {
     const OpenDecoder decoder =
-        holding({levelAt(Corvane::LT_TROPOPAUSE, 250.0), Corvane::Level(Corvane::LT_TROPOPAUSE)});
-    EXPECT_EQ(textOf(decoder.allLevels()), "tropopause 250, tropopause -");
-    EXPECT_EQ(textOf(decoder.levels({Corvane::LT_TROPOPAUSE})), "tropopause 250, tropopause -");
+        OpenDecoder::holding({levelAt(Corvane::LT_TROPOPAUSE, 250.0), Corvane::Level(Corvane::LT_TROPOPAUSE)});
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "tropopause 250, tropopause -");
+    EXPECT_EQ(summaryOf(decoder.levels({Corvane::LT_TROPOPAUSE})), "tropopause 250, tropopause -");
 }
 
 TEST(LevelStore, StoreHoldsACopyOfTheLevel) {
@@ -193,7 +164,7 @@ TEST(LevelStore, StoreHoldsACopyOfTheLevel) {
     decoder.addLevel(level);
     level.fields[Corvane::LF_PRES] = 300.0;
     level.type = Corvane::LT_SURFACE;
-    EXPECT_EQ(textOf(decoder.allLevels()), "maxwind 250");
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "maxwind 250");
 }
 
 TEST(LevelStore, EveryQuantityOfALevelIsReadBack) {
@@ -201,42 +172,32 @@ TEST(LevelStore, EveryQuantityOfALevelIsReadBack) {
     for (int value = 0; value <= 11; ++value) {
         level.fields[static_cast<Corvane::LEVEL_FIELD>(value)] = 0.5 + value;
     }
-    const OpenDecoder decoder = holding({level});
+    const OpenDecoder decoder = OpenDecoder::holding({level});
     const std::vector<Corvane::Level> levels = decoder.allLevels();
     ASSERT_EQ(levels.size(), 1u);
     EXPECT_EQ(levels[0].fields, level.fields);
     EXPECT_EQ(levels[0].type, Corvane::LT_RELEASEPOINT);
 }
 
-TEST(LevelStore, ReadLevelsAreCopies) {
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_SURFACE, 1014.0)});
-    std::vector<Corvane::Level> all = decoder.allLevels();
-    std::vector<Corvane::Level> some = decoder.levels({Corvane::LT_SURFACE});
-    ASSERT_EQ(all.size(), 1u);
-    ASSERT_EQ(some.size(), 1u);
-    all[0].fields.clear();
-    some[0].fields.clear();
-    EXPECT_EQ(textOf(decoder.allLevels()), "surface 1014");
-}
-
 TEST(LevelStore, ChosenKindsComeInAscendingOrder) {
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_MAXWIND, 250.0), levelAt(Corvane::LT_SURFACE, 1014.0),
-                                         levelAt(Corvane::LT_MANDATORY, 850.0), levelAt(Corvane::LT_MAXWIND, 180.0),
-                                         levelAt(Corvane::LT_SURFACE, 1013.0)});
+    const OpenDecoder decoder =
+        OpenDecoder::holding({levelAt(Corvane::LT_MAXWIND, 250.0), levelAt(Corvane::LT_SURFACE, 1014.0),
+                              levelAt(Corvane::LT_MANDATORY, 850.0), levelAt(Corvane::LT_MAXWIND, 180.0),
+                              levelAt(Corvane::LT_SURFACE, 1013.0)});
     const std::string expected = "surface 1014, surface 1013, maxwind 250, maxwind 180";
     std::set<Corvane::LEVEL_TYPE> windFirst;
     windFirst.insert(Corvane::LT_MAXWIND);
     windFirst.insert(Corvane::LT_SURFACE);
-    EXPECT_EQ(textOf(decoder.levels(windFirst)), expected);
+    EXPECT_EQ(summaryOf(decoder.levels(windFirst)), expected);
     std::set<Corvane::LEVEL_TYPE> surfaceFirst;
     surfaceFirst.insert(Corvane::LT_SURFACE);
     surfaceFirst.insert(Corvane::LT_MAXWIND);
-    EXPECT_EQ(textOf(decoder.levels(surfaceFirst)), expected);
+    EXPECT_EQ(summaryOf(decoder.levels(surfaceFirst)), expected);
 }
 
 TEST(LevelStore, ChosenKindWithoutLevelsAddsNothing) {
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_MANDATORY, 850.0)});
-    EXPECT_EQ(textOf(decoder.levels({Corvane::LT_GENERIC, Corvane::LT_MANDATORY, Corvane::LT_SPLASHPOINTRAWGPS})),
+    const OpenDecoder decoder = OpenDecoder::holding({levelAt(Corvane::LT_MANDATORY, 850.0)});
+    EXPECT_EQ(summaryOf(decoder.levels({Corvane::LT_GENERIC, Corvane::LT_MANDATORY, Corvane::LT_SPLASHPOINTRAWGPS})),
               "mandatory 850");
     EXPECT_TRUE(decoder.levels({Corvane::LT_SURFACE}).empty());
     EXPECT_TRUE(decoder.levels({}).empty());
@@ -244,7 +205,8 @@ TEST(LevelStore, ChosenKindWithoutLevelsAddsNothing) {
 
 TEST(LevelStore, PressureDoesNotOrderTheStore) {
     // Lowest pressure on the highest kind and the reverse: only the kind orders the store.
-    const OpenDecoder decoder = holding({levelAt(Corvane::LT_TROPOPAUSE, 1.0), levelAt(Corvane::LT_MANDATORY, 500.0),
-                                         levelAt(Corvane::LT_GENERIC, 2000.0)});
-    EXPECT_EQ(textOf(decoder.allLevels()), "generic 2000, mandatory 500, tropopause 1");
+    const OpenDecoder decoder =
+        OpenDecoder::holding({levelAt(Corvane::LT_TROPOPAUSE, 1.0), levelAt(Corvane::LT_MANDATORY, 500.0),
+                              levelAt(Corvane::LT_GENERIC, 2000.0)});
+    EXPECT_EQ(summaryOf(decoder.allLevels()), "generic 2000, mandatory 500, tropopause 1");
 }

@@ -521,12 +521,6 @@ TEST(SectionTwo, IndicatorZeroOfPartCGivesEveryLevelAWind) {
     }
 }
 
-TEST(SectionTwo, MissingSurfaceRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("TTAA 0612/ 72201 99987 32259 11004 92805 124// 85540 118// 88999 77999 31313"); }),
-              "The mandatory significant observation is incorrectly coded. "
-              "Error detected at 92805 124// 85540 118// 88999 77999 ...");
-}
-
 TEST(MandatoryHeight, AMinusBeforeNoughtIsKeptWhereNothingIsAdded) {
     // "-00" is read as minus nought; ten times that is minus nought too.
     OpenDecoder decoder = OpenDecoder::inPart(0, "");

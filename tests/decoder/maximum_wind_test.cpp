@@ -257,8 +257,3 @@ TEST(SectionFour, WholePartCKeepsThePressureAsItStands) {
     const Corvane report("TTCC 0612/ 72201 88999 77150 27085");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(MAXWIND, {{PRES, 150}, {WDIR, 270}, {WSPD, 85}})}));
 }
-
-TEST(SectionFour, MaximumWindThatEndsTheReportWithoutAWindGroupRejectsIt) {
-    EXPECT_EQ(faultOf([] { Corvane("TTAA 0612/ 72201 88999 77250"); }),
-              "At least 2 code groups are required. Error detected at77250  ...");
-}

@@ -200,13 +200,3 @@ TEST(RegionalAndNationalSections, SecondReportBehindPartDIsLostUpToItsPartB) {
                                                  levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}})}));
     EXPECT_EQ(decoder.bsn(), "72203");
 }
-
-TEST(RegionalAndNationalSections, StrayGroupBehindAPartIsPassedOver) {
-    const Corvane report("TTAA 0612/ 72201 88999 77999 XXXX1");
-    EXPECT_TRUE(sameLevels(report.allLevels(), {}));
-    EXPECT_EQ(report.bsn(), "72201");
-}
-
-TEST(RegionalAndNationalSections, StrayCharacterInSectionNineRejectsAWholeReport) {
-    EXPECT_TRUE(findsGroupTooShort([] { Corvane("TTAA 0612/ 72201 88999 77999 51515 X 10164"); }));
-}

@@ -293,8 +293,3 @@ TEST(ReleaseAndSplashPoint, WholeReportKeepsTheFirstOfEachKind) {
                                                 levelOf(SPLASH_INTEG, {{LAT, -32.32}, {LON, 69.55}, {TIME, 1956}}),
                                                 levelOf(SPLASH_GPS, {{LAT, 32.32}, {LON, -69.55}, {TIME, 195640}})}));
 }
-
-TEST(ReleaseAndSplashPoint, WrongPositionRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("XXAA 57081 99241 70830 08183 88999 77999 62626 SPL 3233X06956Y 1956"); }),
-              "REL and SPG position must be coded as 3233N06956W. Error detected at 3233X06956Y 1956 ...");
-}

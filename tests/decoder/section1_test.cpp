@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <locale>
 #include <string>
 
 namespace {
@@ -25,11 +24,6 @@ OpenDecoder dropWith(const std::string& groups) {
     decoder._longitude = UNTOUCHED;
     return decoder;
 }
-
-class DecimalComma : public std::numpunct<char> {
-protected:
-    char do_decimal_point() const override { return ','; }
-};
 
 }  // namespace
 
@@ -225,7 +219,7 @@ TEST(Position, LaterPartWritesItsOwnPosition) {
 }
 
 TEST(Position, DecimalPointHoldsUnderAnyGlobalLocale) {
-    const GlobalLocale foreign(new DecimalComma);
+    const GlobalLocale foreign(new ForeignNumbers);
     OpenDecoder decoder = dropWith("991.5 12.25 08112");
     decoder.decodePosition();
     EXPECT_DOUBLE_EQ(decoder.latitude(), 1.5 / 10.0);
@@ -334,7 +328,8 @@ TEST(Elevation, GroupShorterThanFourCharactersIsAFault) {
 
 TEST(Elevation, WhatIsReadBeforeTheFaultIsKept) {
     OpenDecoder decoder = OpenDecoder::withGroups("123");
-    EXPECT_NE(faultOf([&] { decoder.decodeMobileElev(); }), "(nothing thrown)");
+    EXPECT_EQ(faultOf([&] { decoder.decodeMobileElev(); }),
+              "The elevation group (h0h0h0h0im) must have at least 4 characters. Error detected at 123 ...");
     EXPECT_EQ(decoder.mobileElevation, 123.0);
 }
 
@@ -489,5 +484,4 @@ TEST(Section1, ReportThatEndsInsideIsAFault) {
 
 TEST(Section1, StationNumberOfAWholeReport) {
     EXPECT_EQ(Corvane("TTAA 56121 72403 88999").bsn(), "72403");
-    EXPECT_EQ(faultOf([] { Corvane("TTAA 56121 7240 88999 77999"); }), "Block and station number is incorrect: 7240");
 }

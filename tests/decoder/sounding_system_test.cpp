@@ -221,12 +221,6 @@ TEST(SectionSeven, LaterPartOverwritesTheLaunchTime) {
     EXPECT_EQ(report.obsTime(), 1103);
 }
 
-TEST(SectionSeven, WrongTimeGroupRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("TTAA 5612/ 72201 88999 77999 31313 58708 11102 51515 10164 00075 10194 10202"); }),
-              "The first character of the observation time code group in section 7 must be \"8\". "
-              "Error detected at 11102 51515 10164 00075 10194 10202 ...");
-}
-
 TEST(SectionEight, WholePartBWithCloudsBehindItsLevelsReadsThemAsALevel) {
     const Corvane report("TTBB 0612/ 72201 00014 322// 21212 00014 27010 41414 12345");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}}),

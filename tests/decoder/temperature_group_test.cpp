@@ -219,9 +219,3 @@ TEST(TemperatureGroup, WholeReportGivesTemperatureAndDewPointOfItsLevels) {
                                                 levelOf(SIGNIFICANT, {{PRES, 850}, {TDRY, -12.3}, {DP, -12.3 - 0.5}}),
                                                 levelOf(SIGNIFICANT, {{PRES, 700}, {TDRY, 0.8}})}));
 }
-
-TEST(TemperatureGroup, ForbiddenDepressionRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("TTBB 0600/ 72201 00014 32259 11850 12354 22700 00856 33600 10105 44500 20905"); }),
-              "Dewpoint depression code may not be between 51 to 56. "
-              "Error detected at 12354 22700 00856 33600 10105 44500 ...");
-}

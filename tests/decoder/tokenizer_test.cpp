@@ -113,10 +113,3 @@ TEST(Tokenizer, OrdinaryWhiteSpaceHoldsUnderAnyGlobalLocale) {
     const GlobalLocale odd(new OddBlanks);
     EXPECT_EQ(OpenDecoder::tokenize("TTAA\t5612/ 12/45"), (Groups{"TTAA", "5612/", "12/45"}));
 }
-
-TEST(Tokenizer, DecoderIsNotTouched) {
-    OpenDecoder decoder = OpenDecoder::withGroups("TTAA 56121");
-    EXPECT_EQ(decoder.tokenize("1 2 3"), (Groups{"1", "2", "3"}));
-    EXPECT_EQ(decoder.rest(), "TTAA 56121");
-    EXPECT_EQ(decoder.allTokens, (Groups{"TTAA", "56121"}));
-}

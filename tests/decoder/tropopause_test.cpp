@@ -235,9 +235,3 @@ TEST(SectionThree, WholePartCGivesItsTropopauseInTenths) {
     EXPECT_TRUE(
         sameLevels(report.allLevels(), {levelOf(TROPOPAUSE, {{PRES, 92.5}, {TDRY, -58.1}, {DP, -58.1 - 6.0}})}));
 }
-
-TEST(SectionThree, MissingMaximumWindBehindATropopauseRejectsAWholeReport) {
-    EXPECT_EQ(faultOf([] { Corvane("TTAA 5612/ 72201 88250 58156 27015 31313 58708 81102 51515 10164 00075 10194"); }),
-              "The tropopause observation is incorrectly coded. "
-              "Error detected at 31313 58708 81102 51515 10164 00075 ...");
-}

@@ -1,6 +1,8 @@
 // The documents: what they show is run, and nothing that they have to name is missing from them.
+#include "support/CapturedOutput.h"
 #include "support/OpenDecoder.h"
 #include "support/ProgramRun.h"
+#include "support/Samples.h"
 
 #include <corvane/Corvane.h>
 
@@ -39,7 +41,18 @@ void printHeights(const std::string& text) {
 const std::string HEADER = "type,pres,tdry,dp,wspd,wdir,height,time,lat,lon,pres2\n";
 
 std::string document(const std::string& name) {
-    return contentOf(std::string(CORVANE_SOURCE_DIR) + "/" + name);
+    return contentOf(sourceFile(name));
+}
+
+// The C++ sources in a folder and in those below it, one after the other.
+std::string sourcesBelow(const std::string& folder) {
+    std::string sources;
+    for (const std::filesystem::path& file : filesBelow(folder)) {
+        if (file.extension() == ".cpp" || file.extension() == ".h") {
+            sources += contentOf(file);
+        }
+    }
+    return sources;
 }
 
 bool beginsWith(const std::string& text, const std::string& beginning) {
@@ -126,7 +139,7 @@ std::vector<std::string> literalsBehind(const std::string& source, const std::st
 
 // The messages of the decoder as far as they are fixed.
 std::vector<std::string> messagesOfTheSource() {
-    const std::string source = document("src/Corvane.cpp");
+    const std::string source = sourcesBelow("src");
     std::vector<std::string> messages;
     for (const char* const pattern : {R"(throwError(?:Msg|Near)\(\s*)", R"(throw\s+)", R"(std::string msg =\s*)"}) {
         const std::vector<std::string> found = literalsBehind(source, pattern);
@@ -188,16 +201,6 @@ void expectAsShown(const Block& given, const Block& shown) {
         EXPECT_EQ(run.exitStatus, 1);
         EXPECT_EQ(run.errors, shown.text);
     }
-}
-
-// What a call writes to std::cout.
-template <typename Call>
-std::string outputOf(Call call) {
-    std::ostringstream output;
-    std::streambuf* const before = std::cout.rdbuf(output.rdbuf());
-    call();
-    std::cout.rdbuf(before);
-    return output.str();
 }
 
 }  // namespace
@@ -344,7 +347,7 @@ TEST(ErrorsDocument, NoMessageOfTheDecoderIsMissing) {
 // The scan for messages sees literals behind the two functions that throw, behind `throw`, and in `msg`. Whoever throws
 // in another way has to make it see that, too.
 TEST(ErrorsDocument, EveryThrowOfTheDecoderIsScanned) {
-    const std::string source = document("src/Corvane.cpp");
+    const std::string source = sourcesBelow("src");
     const std::size_t calls = captures(source, R"((throwError(?:Msg|Near)\())").size();
     const std::size_t definitions = captures(source, R"((Corvane::throwError(?:Msg|Near)\())").size();
     EXPECT_EQ(definitions, 2U);
@@ -357,7 +360,7 @@ TEST(ErrorsDocument, EveryThrowOfTheDecoderIsScanned) {
 
 TEST(ErrorsDocument, NoMessageOfTheProgramIsMissing) {
     const std::vector<std::string> headings = parsed("doc/errors.md").headings;
-    const std::vector<std::string> messages = captures(document("app/corvane.cpp"), R"re("(corvane: [^"]*)")re");
+    const std::vector<std::string> messages = captures(sourcesBelow("app"), R"re("(corvane: [^"]*)")re");
     std::size_t explained = 0;
     for (const std::string& heading : headings) {
         explained += isOfTheProgram(heading) ? 1U : 0U;
@@ -415,11 +418,19 @@ TEST(Documents, NameTheVersionOfTheBuild) {
 }
 
 TEST(Documents, LinksLeadToFilesThatAreThere) {
-    for (const char* const name :
-         {"README.md", "CONTRIBUTING.md", "CHANGELOG.md", "doc/table.md", "doc/errors.md", "tests/reports/README.md"}) {
-        const std::filesystem::path path = std::filesystem::path(CORVANE_SOURCE_DIR) / name;
-        for (const std::string& link : captures(contentOf(path.string()), R"(\]\(([^)#:]+)\))")) {
-            EXPECT_TRUE(std::filesystem::exists(path.parent_path() / link)) << name << ": " << link;
+    std::size_t documents = 0;
+    std::size_t links = 0;
+    for (const std::filesystem::path& path : filesBelow(".")) {
+        if (path.extension() != ".md") {
+            continue;
+        }
+        ++documents;
+        for (const std::string& link : captures(contentOf(path), R"(\]\(([^)#:]+)\))")) {
+            ++links;
+            EXPECT_TRUE(std::filesystem::exists(path.parent_path() / link)) << path << ": " << link;
         }
     }
+    // README.md, CONTRIBUTING.md, CHANGELOG.md, doc/table.md, doc/errors.md and the notes beside the tests at least.
+    EXPECT_GE(documents, 8U);
+    EXPECT_GE(links, 10U);
 }

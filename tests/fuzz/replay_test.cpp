@@ -1,7 +1,7 @@
 // The seeds of the fuzz targets and the reports, each through its target once, with whatever compiler there is. A
-// property that does not hold ends the test with a message on standard error.
+// property that is violated ends the test with a message on standard error.
 #include "../../fuzz/Properties.h"
-#include "support/ProgramRun.h"
+#include "support/Samples.h"
 
 #include <algorithm>
 #include <cctype>
@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <ostream>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,49 +26,50 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Replay {
-    std::string target;
+struct Target {
+    std::string name;
     int (*run)(const std::uint8_t*, std::size_t);
-    fs::path file;
 };
 
-std::vector<fs::path> filesOf(const fs::path& folder) {
-    std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.is_regular_file()) {
-            files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
+const std::vector<Target> TARGETS{{"any_bytes", fuzzAnyBytes}, {"groups", fuzzGroups}, {"program", fuzzProgram}};
 
 std::vector<fs::path> seedsOf(const std::string& target) {
-    return filesOf(fs::path(CORVANE_FUZZ_SEEDS) / target);
+    return filesIn("fuzz/seeds/" + target);
+}
+
+// One file through one target.
+struct Replay {
+    Target target;
+    fs::path file;
+    std::string name;  // of the test: letters, digits and underscores
+};
+
+void PrintTo(const Replay& replay, std::ostream* os) {
+    *os << replay.file.string() << " through " << replay.target.name;
 }
 
 std::vector<Replay> replays() {
     std::vector<Replay> all;
-    const std::vector<Replay> targets{
-        {"any_bytes", fuzzAnyBytes, {}}, {"groups", fuzzGroups, {}}, {"program", fuzzProgram, {}}};
-    for (const Replay& target : targets) {
-        for (const fs::path& seed : seedsOf(target.target)) {
-            all.push_back({target.target, target.run, seed});
+    std::set<std::string> names;
+    const auto add = [&](const Target& target, const fs::path& file) {
+        std::string name = target.name + "_" + file.filename().string();
+        std::replace_if(
+            name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+        // Two files may give the same name, such as a-b and a_b.
+        while (!names.insert(name).second) {
+            name += "_";
         }
-        for (const fs::path& report : filesOf(CORVANE_REPORTS)) {
-            if (report.extension() == ".txt") {
-                all.push_back({target.target, target.run, report});
-            }
+        all.push_back({target, file, name});
+    };
+    for (const Target& target : TARGETS) {
+        for (const fs::path& seed : seedsOf(target.name)) {
+            add(target, seed);
+        }
+        for (const fs::path& report : reportSamples()) {
+            add(target, report);
         }
     }
     return all;
-}
-
-std::string testName(const testing::TestParamInfo<Replay>& info) {
-    std::string name = info.param.target + "_" + info.param.file.filename().string();
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
-    return name;
 }
 
 // The named seeds of what a report may hold; all others may be garbled.
@@ -81,24 +84,37 @@ class FuzzReplay : public testing::TestWithParam<Replay> {};
 }  // namespace
 
 TEST_P(FuzzReplay, HoldsEveryProperty) {
-    const std::string content = contentOf(GetParam().file.string());
+    const std::string content = contentOf(GetParam().file);
     const std::vector<std::uint8_t> bytes(content.begin(), content.end());
-    EXPECT_EQ(GetParam().run(bytes.data(), bytes.size()), 0);
+    EXPECT_EQ(GetParam().target.run(bytes.data(), bytes.size()), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, FuzzReplay, testing::ValuesIn(replays()), testName);
+INSTANTIATE_TEST_SUITE_P(Seeds, FuzzReplay, testing::ValuesIn(replays()),
+                         [](const testing::TestParamInfo<Replay>& replay) { return replay.param.name; });
 
 TEST(FuzzSeeds, EachTargetHasSeeds) {
-    for (const char* target : {"any_bytes", "groups", "program"}) {
-        EXPECT_FALSE(seedsOf(target).empty()) << target;
+    for (const Target& target : TARGETS) {
+        EXPECT_FALSE(seedsOf(target.name).empty()) << target.name;
     }
+}
+
+TEST(FuzzSeeds, EachFolderOfSeedsHasItsTarget) {
+    std::set<std::string> folders;
+    for (const auto& entry : fs::directory_iterator(sourceFile("fuzz/seeds"))) {
+        folders.insert(entry.path().filename().string());
+    }
+    std::set<std::string> targets;
+    for (const Target& target : TARGETS) {
+        targets.insert(target.name);
+    }
+    EXPECT_EQ(folders, targets);
 }
 
 TEST(FuzzSeeds, SeedsNamedForAFormASectionOrARemarkDecode) {
     for (const char* target : {"any_bytes", "program"}) {
         for (const fs::path& seed : seedsOf(target)) {
             if (isWellFormed(seed)) {
-                const fuzz::Outcome outcome = fuzz::decode(contentOf(seed.string()));
+                const fuzz::Outcome outcome = fuzz::decode(contentOf(seed));
                 EXPECT_EQ(outcome.end, fuzz::End::DECODED) << seed << ": " << outcome.fault;
             }
         }
@@ -116,8 +132,8 @@ TEST(FuzzSeeds, RemarksOfEachKindAreFiled) {
         {"remark-last-wind", Corvane::LT_LASTWINDHEIGHT},
     };
     for (const auto& remark : remarks) {
-        const fs::path seed = fs::path(CORVANE_FUZZ_SEEDS) / "any_bytes" / remark.first;
-        const fuzz::Outcome outcome = fuzz::decode(contentOf(seed.string()));
+        const fs::path seed = sourceFile("fuzz/seeds/any_bytes") / remark.first;
+        const fuzz::Outcome outcome = fuzz::decode(contentOf(seed));
         ASSERT_EQ(outcome.end, fuzz::End::DECODED) << seed << ": " << outcome.fault;
         EXPECT_EQ(outcome.report->levels({remark.second}).size(), 1U) << seed;
     }

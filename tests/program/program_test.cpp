@@ -1,13 +1,18 @@
 // The program as a process: arguments, standard input, files that cannot be read, exit statuses, what is on which
 // stream.
+#include "support/CapturedOutput.h"
 #include "support/ProgramRun.h"
 
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
+
+// The program's entry point, for what only a test inside its process can see.
+int programMain(int argc, char** argv);
 
 namespace {
 
@@ -77,6 +82,18 @@ TEST(Program, MoreThanOneArgumentGivesTheUsageOnStandardOutput) {
     EXPECT_EQ(run.output, "Usage:\n   " + programPath() + " file\n   " + programPath() + " < file\n    cat file | " +
                               programPath() + "\n");
     EXPECT_EQ(run.errors, "");
+}
+
+TEST(Program, EveryLineOfTheUsageIsFlushed) {
+    std::string name = "corvane";
+    std::string file = "report.txt";
+    std::array<char*, 4> arguments{name.data(), file.data(), file.data(), nullptr};
+    const CapturedOutput output;
+    EXPECT_EQ(programMain(3, arguments.data()), 1);
+    EXPECT_EQ(output.flushed(),
+              (std::vector<std::string>{"Usage:\n", "Usage:\n   corvane file\n",
+                                        "Usage:\n   corvane file\n   corvane < file\n",
+                                        "Usage:\n   corvane file\n   corvane < file\n    cat file | corvane\n"}));
 }
 
 TEST(Program, TheUsageIsGivenWithoutReadingAnything) {

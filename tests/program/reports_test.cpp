@@ -1,64 +1,65 @@
-// Real and made reports through the program: each NAME.txt of the reports folder with its table NAME.csv, or refused
-// with the message NAME.err.
+// Reports through the program: each text in examples/reports and tests/reports gives its table NAME.csv, or is refused
+// with its message NAME.err, both in tests/reports.
 #include "support/ProgramRun.h"
+#include "support/Samples.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
-#include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> reportNames() {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(CORVANE_REPORTS)) {
-        if (entry.path().extension() == ".txt") {
-            names.push_back(entry.path().stem().string());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
+void expectItsTableOrItsMessage(const fs::path& report) {
+    const fs::path expected = sourceFile("tests/reports") / report.stem();
+    const std::string table = expected.string() + ".csv";
+    const std::string message = expected.string() + ".err";
+    const bool decoded = fs::exists(table);
+    ASSERT_NE(decoded, fs::exists(message)) << "a report has a table or a message";
 
-std::string testName(const testing::TestParamInfo<std::string>& info) {
-    std::string name = info.param;
-    std::replace_if(
-        name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
-    return name;
-}
-
-class Report : public testing::TestWithParam<std::string> {};
-
-}  // namespace
-
-TEST_P(Report, GivesItsTableOrItsMessage) {
-    const std::string base = std::string(CORVANE_REPORTS) + "/" + GetParam();
-    const bool decoded = fs::exists(base + ".csv");
-    ASSERT_NE(decoded, fs::exists(base + ".err")) << "a report has a table or a message";
-
-    const ProgramRun named = runProgram({base + ".txt"});
+    const ProgramRun named = runProgram({report.string()});
     EXPECT_EQ(named.exitStatus, decoded ? 0 : 1);
-    EXPECT_EQ(named.output, decoded ? contentOf(base + ".csv") : "");
-    EXPECT_EQ(named.errors, decoded ? "" : contentOf(base + ".err"));
+    EXPECT_EQ(named.output, decoded ? contentOf(table) : "");
+    EXPECT_EQ(named.errors, decoded ? "" : contentOf(message));
 
     Streams streams;
-    streams.input = contentOf(base + ".txt");
+    streams.input = contentOf(report);
     const ProgramRun piped = runProgram({}, streams);
     EXPECT_EQ(piped.exitStatus, named.exitStatus);
     EXPECT_EQ(piped.output, named.output);
     EXPECT_EQ(piped.errors, named.errors);
 }
 
-INSTANTIATE_TEST_SUITE_P(Reports, Report, testing::ValuesIn(reportNames()), testName);
+}  // namespace
 
-TEST(Reports, NoExpectationIsLeftWithoutItsReport) {
-    for (const auto& entry : fs::directory_iterator(CORVANE_REPORTS)) {
-        const fs::path path = entry.path();
-        if (path.extension() == ".csv" || path.extension() == ".err") {
-            EXPECT_TRUE(fs::exists(fs::path(path).replace_extension(".txt"))) << path;
+TEST(Reports, EachGivesItsTableOrItsMessage) {
+    ASSERT_FALSE(reportSamples().empty());
+    for (const fs::path& report : reportSamples()) {
+        SCOPED_TRACE(report);
+        expectItsTableOrItsMessage(report);
+    }
+}
+
+TEST(Reports, EveryTableAndEveryMessageHasItsReport) {
+    std::map<std::string, int> texts;
+    for (const fs::path& report : reportSamples()) {
+        ++texts[report.stem().string()];
+    }
+    for (const auto& text : texts) {
+        EXPECT_EQ(text.second, 1) << text.first << " is in examples/reports and in tests/reports";
+    }
+    for (const fs::path& file : filesIn("tests/reports")) {
+        if (file.extension() == ".csv" || file.extension() == ".err") {
+            EXPECT_EQ(texts.count(file.stem().string()), 1U) << file;
         }
+    }
+}
+
+TEST(Reports, TheReadmeSaysWhatEachOfThemIs) {
+    const std::string readme = contentOf(sourceFile("tests/reports/README.md"));
+    for (const fs::path& report : reportSamples()) {
+        EXPECT_NE(readme.find("\n| " + report.stem().string() + " | "), std::string::npos) << report;
     }
 }

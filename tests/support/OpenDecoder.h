@@ -1,12 +1,15 @@
-// Opens the decoder's protected members, so that a test can put groups into the queue and drive one decoder alone.
+// Opens the decoder's protected members, so that a test can put groups into the queue and call one decoder alone.
 #ifndef CORVANE_TESTS_OPEN_DECODER_H
 #define CORVANE_TESTS_OPEN_DECODER_H
+
+#include "support/Faults.h"
 
 #include <corvane/Corvane.h>
 
 #include <deque>
 #include <sstream>
 #include <string>
+#include <vector>
 
 class OpenDecoder : public Corvane {
 public:
@@ -92,7 +95,7 @@ public:
     using Corvane::wmoMessageType;
     using Corvane::wmoTypes;
 
-    // A decoder with its tables built and these groups in the queue.
+    // A decoder with its reference tables and with these groups in the queue.
     static OpenDecoder withGroups(const std::string& groups) {
         OpenDecoder decoder;
         decoder.init();
@@ -100,10 +103,19 @@ public:
         return decoder;
     }
 
-    // The same in the middle of a part: 0 to 3 for A to D.
+    // The same inside a part: 0 to 3 for A to D.
     static OpenDecoder inPart(int part, const std::string& groups) {
         OpenDecoder decoder = withGroups(groups);
         decoder.part = part;
+        return decoder;
+    }
+
+    // A decoder without a report that has these levels, filed in this order.
+    static OpenDecoder holding(const std::vector<Level>& levels) {
+        OpenDecoder decoder;
+        for (const Level& level : levels) {
+            decoder.addLevel(level);
+        }
         return decoder;
     }
 
@@ -118,7 +130,7 @@ public:
         allTokens = tokenQueue;
     }
 
-    // What remains in the queue, single blanks between the groups.
+    // What remains in the queue, separated by single spaces.
     std::string rest() const {
         std::string text;
         for (const std::string& group : tokenQueue) {
@@ -127,16 +139,5 @@ public:
         return text;
     }
 };
-
-// The text that a call throws as a std::string, or "(nothing thrown)". Any other exception passes on.
-template <typename Call>
-std::string faultOf(Call call) {
-    try {
-        call();
-    } catch (const std::string& fault) {
-        return fault;
-    }
-    return "(nothing thrown)";
-}
 
 #endif

@@ -1,12 +1,11 @@
-#include "ProgramRun.h"
+#include "support/ProgramRun.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <fstream>
-#include <iterator>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -34,7 +33,7 @@ void closeEnd(int& end) {
     }
 }
 
-// In the child: the standard streams led where they are wanted, then the program.
+// In the child: connects the standard streams, then becomes the program.
 [[noreturn]] void become(std::vector<char*>& argv, const Streams& streams, const Pipe& in, const Pipe& out,
                          const Pipe& err) {
     const int input = streams.inputFile.empty() ? in.read : open(streams.inputFile.c_str(), O_RDONLY);
@@ -128,12 +127,4 @@ ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& 
 
 std::string programPath() {
     return CORVANE_PROGRAM_PATH;
-}
-
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        throw std::runtime_error("cannot read " + path);
-    }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }

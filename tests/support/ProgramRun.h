@@ -1,4 +1,4 @@
-// Runs the program as a process and keeps what it wrote and how it ended.
+// Runs the program as a process and keeps what it writes and how it ends.
 #ifndef CORVANE_TESTS_PROGRAM_RUN_H
 #define CORVANE_TESTS_PROGRAM_RUN_H
 
@@ -7,12 +7,13 @@
 
 struct ProgramRun {
     int exitStatus = -1;  // -1 when a signal ended it
-    int signal = 0;       // 0 when it ended by itself
+    int signal = 0;       // 0 when none did
     std::string output;
     std::string errors;
 };
 
-// Where the standard streams of a run lead. An empty name: a pipe whose content is `input` or kept in the result.
+// What the standard streams of a run are connected to. Without a file name it is a pipe: its content is `input`, or is
+// kept in the result.
 struct Streams {
     std::string input;
     std::string inputFile;
@@ -26,8 +27,5 @@ ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& 
 
 // The path under which the tests call the program.
 std::string programPath();
-
-// The content of a file. Throws std::runtime_error when it cannot be read.
-std::string contentOf(const std::string& path);
 
 #endif
