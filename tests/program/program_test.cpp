@@ -12,7 +12,6 @@
 #include <string>
 #include <unistd.h>
 
-
 namespace {
 
 const std::string HEADER = "type,pres,tdry,dp,wspd,wdir,height,time,lat,lon,pres2\n";
