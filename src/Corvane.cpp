@@ -2,6 +2,8 @@
 // Volume I.1, code forms FM 35 to FM 38, unless another source is named. Characters of a group are counted from 0.
 #include <corvane/Corvane.h>
 
+#include "CodeTables.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -15,10 +17,11 @@
 #include <sstream>
 #include <utility>
 
+namespace code = corvane::code;
+
 namespace {
 
 constexpr double METRES_PER_SECOND_IN_A_KNOT = 0.5144;
-constexpr double METRES_IN_A_FOOT = 0.3048;
 constexpr double NOT_REPORTED = std::numeric_limits<double>::quiet_NaN();
 
 struct TypeLetters {
@@ -531,32 +534,6 @@ void Corvane::decodeMMMM() {
 // Section 1: date and time
 // ---------------------------------------------------------------------------------------------------------------------
 
-namespace {
-
-constexpr int NO_WINDS = 9999;
-constexpr int NO_ENTRY = -1;
-
-struct LastWind {
-    char id;
-    int partA;  // hPa
-    int partC;  // hPa
-};
-
-constexpr std::array<LastWind, 10> LAST_WINDS{{
-    {'/', NO_WINDS, NO_WINDS},
-    {'0', 1000, 0},  // part C: deliberate: below the pressure of every surface, so that all have a wind
-    {'1', 100, 10},
-    {'2', 200, 20},
-    {'3', 300, 30},
-    {'4', 400, NO_ENTRY},
-    {'5', 500, 50},
-    {'7', 700, 70},
-    {'8', 800, NO_ENTRY},  // deliberate: 800, not 850
-    {'9', 925, NO_ENTRY},
-}};
-
-}  // namespace
-
 // YYGGId in parts A and C, YYGGa4 in part B, YYGG/ in part D
 // 56121: day 6, winds in knots (YY + 50), 12 UTC; in part A winds up to 100 hPa.
 // Takes the group. Throws for a group of fewer than four characters, for an Id not defined for this part, and in part D
@@ -583,12 +560,12 @@ void Corvane::decodeYYGGId_YYGGa4() {
     needCharacters(4);
     const std::string_view indicator = substring(group, 4, 1);
     if (part == PART_A || part == PART_C) {
-        const auto* const entry = std::find_if(LAST_WINDS.begin(), LAST_WINDS.end(), [&](const LastWind& row) {
-            return indicator == std::string_view(&row.id, 1);
-        });
-        const bool known = entry != LAST_WINDS.end();
-        const int pressure = !known ? NO_ENTRY : part == PART_A ? entry->partA : entry->partC;
-        if (pressure == NO_ENTRY) {
+        const auto* const entry =
+            std::find_if(code::LAST_WINDS.begin(), code::LAST_WINDS.end(),
+                         [&](const code::LastWind& row) { return indicator == std::string_view(&row.id, 1); });
+        const bool known = entry != code::LAST_WINDS.end();
+        const int pressure = !known ? code::NO_ENTRY : part == PART_A ? entry->partA : entry->partC;
+        if (pressure == code::NO_ENTRY) {
             throwErrorMsg("The last wind indicator (Id) is incorrectly coded.");
         }
         (part == PART_A ? lastWindPresA : lastWindPresC) = pressure;
@@ -709,7 +686,7 @@ void Corvane::decodeMobileElev() {
         throwErrorMsg("The elevation group (h0h0h0h0im) must have at least 4 characters.");
     }
     if (streamInt(substring(group, 4, 1)) > 4) {
-        mobileElevation *= METRES_IN_A_FOOT;
+        mobileElevation *= code::METRES_IN_A_FOOT;
     }
     SKIP_TOKENS(1);
 }

@@ -1,4 +1,4 @@
-// The number readers: against the stream and against strtod over every short text, and in a foreign locale.
+// The number readers: compared with the stream and with strtod over every short text, and in a foreign locale.
 #include "support/GlobalLocale.h"
 #include "support/OpenDecoder.h"
 
@@ -123,7 +123,7 @@ TEST(Numbers, DoNotDependOnTheLocaleOfTheProgram) {
     EXPECT_DOUBLE_EQ(levels[0].fields.at(Corvane::LF_TDRY), -0.15);
 }
 
-// The library may read numbers in the locale of C only by a function that is told the classic one.
+// strtod itself reads with the decimal point of the C locale in force.
 TEST(Numbers, DoNotDependOnTheLocaleOfC) {
     const DecimalCommaInC foreign;
     if (!foreign.found()) {
