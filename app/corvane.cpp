@@ -1,18 +1,16 @@
 // The program: decodes the report in a file or on standard input and writes the table of its levels to standard output.
-#include <corvane/Corvane.h>
+#include "corvane.h"
+
+#include "Table.h"
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
 #include <string>
 #include <unistd.h>
 #include <utility>
-
-// Not in the anonymous namespace, so that tests can call it.
-void csv(const Corvane& decoder);
 
 namespace {
 
@@ -67,44 +65,13 @@ std::string gatherReportOf(const char* file) {
     return text;
 }
 
-// Writes a number as the stream does by default, six significant digits as %g gives them, without the printf that the
-// stream goes through where the library can; the table then takes less than half the time.
-void writeNumber(double number) {
-#if defined(__cpp_lib_to_chars)
-    std::array<char, 32> digits;
-    const std::to_chars_result written =
-        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 6);
-    std::cout.write(digits.data(), written.ptr - digits.data());
-#else
-    std::cout << number;
-#endif
-}
-
 }  // namespace
 
-/// Writes the table of the levels to standard output: a header, then a row a level, flushed row by row. A quantity that
-/// a level has not is an empty field.
 void csv(const Corvane& decoder) {
-    // The shear values of a maximum wind, LF_VA and LF_VB, have no column; meant.
-    static constexpr std::array<Corvane::LEVEL_FIELD, 10> COLUMNS{
-        Corvane::LF_PRES,   Corvane::LF_TDRY, Corvane::LF_DP,  Corvane::LF_WSPD, Corvane::LF_WDIR,
-        Corvane::LF_HEIGHT, Corvane::LF_TIME, Corvane::LF_LAT, Corvane::LF_LON,  Corvane::LF_PRES2};
-
-    std::cout << "type,pres,tdry,dp,wspd,wdir,height,time,lat,lon,pres2" << std::endl;
-    for (const Corvane::Level& level : decoder.allLevels()) {
-        std::cout << level.name();
-        for (const Corvane::LEVEL_FIELD column : COLUMNS) {
-            std::cout << ',';
-            const auto field = level.fields.find(column);
-            if (field != level.fields.end()) {
-                writeNumber(field->second);
-            }
-        }
-        std::cout << std::endl;
-    }
+    corvane::table::writeTable(std::cout, decoder);
 }
 
-int main(int argc, char** argv) {
+int corvaneProgram(int argc, char** argv) {
     // Nothing is shared with C streams and no stream waits for another: less to set up, and fewer writes.
     std::ios_base::sync_with_stdio(false);
     std::cin.tie(nullptr);

@@ -1,20 +1,19 @@
 // Decoding in process: the life of a decoder, its construction alone, the table into a string stream, and as a floor
 // the plain splitting of the same text into a deque of strings. Then how these grow with the report.
+#include "Table.h"
+
 #include <corvane/Corvane.h>
 
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <deque>
 #include <fstream>
-#include <iostream>
 #include <iterator>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <utility>
-
-void csv(const Corvane& decoder);
 
 namespace {
 
@@ -101,10 +100,8 @@ void refuse(benchmark::State& state, const std::string& text) {
 void writeTable(benchmark::State& state, const std::string& text) {
     const Corvane decoder(text);
     for (auto iteration : state) {
-        const std::ostringstream table;
-        std::streambuf* const standardOutput = std::cout.rdbuf(table.rdbuf());
-        csv(decoder);
-        std::cout.rdbuf(standardOutput);
+        std::ostringstream table;
+        corvane::table::writeTable(table, decoder);
         benchmark::DoNotOptimize(table);
     }
     count(state, text);

@@ -16,7 +16,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-int programMain(int argc, char* argv[]);
+int corvaneProgram(int argc, char** argv);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -97,7 +97,7 @@ Run runProgram(const std::string& argument) {
     const fuzz::CapturedStream output(std::cout);
     const fuzz::CapturedStream errors(std::cerr);
     try {
-        run.exitStatus = programMain(file.empty() ? 1 : 2, argv.data());
+        run.exitStatus = corvaneProgram(file.empty() ? 1 : 2, argv.data());
     } catch (const std::out_of_range&) {
         run.ended = false;
     }

@@ -1,0 +1,5 @@
+#include "corvane.h"
+
+int main(int argc, char** argv) {
+    return corvaneProgram(argc, argv);
+}

@@ -1,0 +1,444 @@
+// Cutting: a stream of bytes into words, and words into parts.
+//
+// The state is the current heading and the open part, with a few words read ahead; nothing else, so that a stream may
+// be endless and a part is given as soon as its end has been read.
+#include "feed/Groups.h"
+
+#include <corvane/Feed.h>
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <istream>
+#include <utility>
+
+namespace corvane {
+
+using namespace feed;
+
+namespace {
+
+struct Word {
+    std::string text;
+    std::uint64_t line = 0;
+    std::uint64_t offset = 0;
+    std::uint64_t end = 0;
+    bool firstInLine = false;
+    bool tooLong = false;  // the text is cut at MAXIMUM_GROUP_LENGTH
+};
+
+// SOH, STX, ETX, EOT and SUB, the envelope of a bulletin on a circuit.
+bool isEnvelope(char character) {
+    return (character >= 1 && character <= 4) || character == 26;
+}
+
+bool isEndOfReport(char character) {
+    return character == '=' || character == ';';
+}
+
+bool separatesWords(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte <= ' ' || byte > 126;
+}
+
+bool saysSomething(std::string_view word) {
+    for (const char character : word) {
+        if (isLetter(character) || isDigit(character) || character == '/' || character == '$') {
+            return true;
+        }
+    }
+    return false;
+}
+
+// A group of five digits and solidi inside punctuation, such as (85489 or 85489. or '85489'; empty for another word.
+std::string_view groupInMarks(std::string_view word) {
+    constexpr std::string_view MARKS = "!\"'*#.,:<>()[]\\";
+    const std::size_t first = word.find_first_not_of(MARKS);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    const std::string_view inside = word.substr(first, word.find_last_not_of(MARKS) - first + 1);
+    return inside.size() < word.size() && inside.size() == 5 && isDigitsAndSolidi(inside) ? inside : std::string_view();
+}
+
+bool isAnyIdentifier(std::string_view word) {
+    return isPartIdentifier(word) || isPilotIdentifier(word);
+}
+
+// Where a word such as TTAA56001 or 82302TTBB falls apart into MMMM and digits; 0 for any other word.
+std::size_t placeOfGluedIdentifier(std::string_view word) {
+    if (word.size() <= 4) {
+        return 0;
+    }
+    if (isAnyIdentifier(word.substr(0, 4)) && isDigitsAndSolidi(word.substr(4))) {
+        return 4;
+    }
+    const std::size_t last = word.size() - 4;
+    return isAnyIdentifier(word.substr(last)) && isDigitsAndSolidi(word.substr(0, last)) ? last : 0;
+}
+
+// The BBB words of an abbreviated heading: delayed, corrected, amended, segmented bulletins (WMO-No. 386).
+bool isHeadingIndicator(std::string_view word) {
+    return hasForm(word, "RR@") || hasForm(word, "CC@") || hasForm(word, "AA@") || hasForm(word, "P@@") ||
+           word == "COR" || word == "AMD" || word == "RTD";
+}
+
+}  // namespace
+
+class BulletinReader::Cutter {
+public:
+    Cutter(std::istream& bytes, std::string name) : input(bytes), source(std::move(name)) {}
+
+    bool next(Part& part);
+
+    std::uint64_t bytes() const { return position; }
+
+private:
+    bool fill();
+    bool readWord();
+    void endPendingLines(bool beforeLineFeed);
+    void addWord(Word word);
+    const Word* peek(std::size_t index);
+    Word take();
+
+    bool isHeading();
+    void takeHeading();
+    bool isIdentifier();
+    bool endsReport() const;
+    void openPart();
+    void addGroup(Word word);
+    void dropLastGroup();
+    void close(Part& part);
+    bool holdsSerialNumber() const;
+    bool endsWithStationOfNext();
+
+    std::istream& input;
+    std::string source;
+
+    std::array<char, 65536> buffer{};
+    std::size_t at = 0;
+    std::size_t filled = 0;
+    std::uint64_t position = 0;  // of the byte buffer[at] in the input
+
+    std::uint64_t line = 1;
+    int carriageReturns = 0;  // read, and not yet counted as ends of lines
+    bool lineIsEmpty = true;
+
+    std::deque<Word> ahead;  // words read and not yet dealt with
+    std::string heading;
+    std::uint64_t bulletin = 0;
+    bool partIsOpen = false;
+    bool lastGroupBeganLine = false;
+    Part open;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Bytes to words
+// ---------------------------------------------------------------------------------------------------------------------
+
+// Takes what is there without waiting for a full buffer, so that a live stream is read as it comes.
+bool BulletinReader::Cutter::fill() {
+    at = 0;
+    filled = 0;
+    const int first = input.get();
+    if (first == std::istream::traits_type::eof()) {
+        return false;
+    }
+    buffer[0] = std::istream::traits_type::to_char_type(first);
+    filled = 1;
+    const std::streamsize available = input.rdbuf()->in_avail();
+    if (available > 0) {
+        input.read(buffer.data() + 1,
+                   std::min(available, static_cast<std::streamsize>(buffer.size()) - 1));
+        filled += static_cast<std::size_t>(input.gcount());
+    }
+    return true;
+}
+
+// CR CR LF, CR LF, CR and LF each end one line.
+void BulletinReader::Cutter::endPendingLines(bool beforeLineFeed) {
+    const int ends = beforeLineFeed ? std::max(carriageReturns - 2, 0) + 1 : carriageReturns;
+    if (ends > 0) {
+        line += static_cast<std::uint64_t>(ends);
+        lineIsEmpty = true;
+    }
+    carriageReturns = 0;
+}
+
+// Reads up to the end of the next word and files it, or both its halves, in `ahead`.
+bool BulletinReader::Cutter::readWord() {
+    Word word;
+    bool inWord = false;
+    while (at < filled || fill()) {
+        const char character = buffer[at];
+        if (character == '\0') {
+            ++at;
+            ++position;
+            continue;
+        }
+        const bool alone = isEnvelope(character) || isEndOfReport(character);
+        if (inWord && (alone || separatesWords(character))) {
+            addWord(std::move(word));  // the character is looked at again
+            return true;
+        }
+        ++at;
+        ++position;
+        if (character == '\r') {
+            ++carriageReturns;
+            continue;
+        }
+        if (character == '\n' || carriageReturns > 0) {
+            endPendingLines(character == '\n');
+        }
+        if (!alone && separatesWords(character)) {
+            continue;
+        }
+        if (!inWord) {
+            inWord = true;
+            word.line = line;
+            word.offset = position - 1;
+            word.firstInLine = lineIsEmpty;
+        }
+        word.end = position;
+        if (word.text.size() < MAXIMUM_GROUP_LENGTH) {
+            word.text += character;
+        } else {
+            word.tooLong = true;
+        }
+        if (alone) {
+            addWord(std::move(word));
+            return true;
+        }
+    }
+    if (inWord) {
+        addWord(std::move(word));
+    }
+    return inWord;
+}
+
+void BulletinReader::Cutter::addWord(Word word) {
+    const bool alone = word.text.size() == 1 && (isEnvelope(word.text[0]) || isEndOfReport(word.text[0]));
+    if (!alone && !saysSomething(word.text)) {
+        return;
+    }
+    lineIsEmpty = false;
+    const std::size_t place = word.tooLong ? 0 : placeOfGluedIdentifier(word.text);
+    if (place != 0) {
+        Word rest = word;
+        rest.text.erase(0, place);
+        rest.offset = word.offset + place;
+        rest.firstInLine = false;
+        word.text.erase(place);
+        word.end = rest.offset;
+        ahead.push_back(std::move(word));
+        ahead.push_back(std::move(rest));
+    } else {
+        ahead.push_back(std::move(word));
+    }
+}
+
+// The word `index` places after the next one; nullptr when the input ends before it.
+const Word* BulletinReader::Cutter::peek(std::size_t index) {
+    while (ahead.size() <= index) {
+        if (!readWord()) {
+            return nullptr;
+        }
+    }
+    return &ahead[index];
+}
+
+Word BulletinReader::Cutter::take() {
+    Word word = std::move(ahead.front());
+    ahead.pop_front();
+    return word;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Words to parts
+// ---------------------------------------------------------------------------------------------------------------------
+
+// TTAAii CCCC YYGGgg on one line, the time with or without a Z (WMO-No. 386).
+bool BulletinReader::Cutter::isHeading() {
+    const Word* word = peek(0);
+    if (!hasForm(word->text, "@@@@dd")) {
+        return false;
+    }
+    const std::uint64_t headingLine = word->line;
+    word = peek(1);
+    if (word == nullptr || word->line != headingLine || !hasForm(word->text, "@@@@")) {
+        return false;
+    }
+    word = peek(2);
+    return word != nullptr && word->line == headingLine &&
+           (hasForm(word->text, "dddddd") || hasForm(word->text, "ddddddZ"));
+}
+
+void BulletinReader::Cutter::takeHeading() {
+    ++bulletin;
+    const std::uint64_t headingLine = peek(0)->line;
+    heading = take().text;
+    heading += ' ' + take().text;
+    heading += ' ' + take().text;
+    for (const Word* word = peek(0);
+         word != nullptr && word->line == headingLine && isHeadingIndicator(word->text); word = peek(0)) {
+        heading += ' ' + take().text;
+    }
+}
+
+// An MMMM, of a PILOT too. An airport followed by a time, UUDD 061200Z, is none.
+bool BulletinReader::Cutter::isIdentifier() {
+    const std::string_view word = peek(0)->text;
+    if (isPilotIdentifier(word)) {
+        return true;
+    }
+    if (!isPartIdentifier(word)) {
+        return false;
+    }
+    const Word* following = peek(1);
+    return following == nullptr || !hasForm(following->text, "ddddddZ");
+}
+
+bool BulletinReader::Cutter::endsReport() const {
+    const std::string_view word = ahead.front().text;
+    return word == "=" || word == ";" || word == "NNNN" || word == "$$" || word == "ZCZC";
+}
+
+void BulletinReader::Cutter::openPart() {
+    const Word word = take();
+    if (!isPartIdentifier(word.text)) {
+        return;
+    }
+    partIsOpen = true;
+    open = Part();
+    open.source = source;
+    open.line = word.line;
+    open.offset = word.offset;
+    open.bulletin = bulletin;
+    open.heading = heading;
+    open.mmmm = word.text;
+}
+
+// Groups past the limit are read and dropped, up to the end of the part.
+void BulletinReader::Cutter::addGroup(Word word) {
+    if (!partIsOpen || !open.excess.empty()) {
+        return;
+    }
+    if (word.tooLong) {
+        open.excess = "A group has more than " + std::to_string(MAXIMUM_GROUP_LENGTH) + " characters.";
+        return;
+    }
+    if (open.groups.size() == MAXIMUM_GROUPS) {
+        open.excess = "The part has more than " + std::to_string(MAXIMUM_GROUPS) + " groups.";
+        return;
+    }
+    const std::string_view inside = groupInMarks(word.text);
+    if (!inside.empty()) {
+        open.marks.push_back({"marks", word.text + " read as " + std::string(inside), false, {open.groups.size(), 1}});
+        word.text = std::string(inside);
+    }
+    lastGroupBeganLine = word.firstInLine;
+    open.groups.push_back({std::move(word.text), word.offset, word.end});
+}
+
+void BulletinReader::Cutter::dropLastGroup() {
+    open.groups.pop_back();
+    if (!open.marks.empty() && open.marks.back().groups.first == open.groups.size()) {
+        open.marks.pop_back();
+    }
+}
+
+void BulletinReader::Cutter::close(Part& part) {
+    partIsOpen = false;
+    part = std::move(open);
+}
+
+// One to four digits that begin a line just before a heading are the serial number of the new bulletin.
+bool BulletinReader::Cutter::holdsSerialNumber() const {
+    if (open.groups.empty() || !lastGroupBeganLine || !open.excess.empty()) {
+        return false;
+    }
+    const std::string_view last = open.groups.back().text;
+    return last.size() <= 4 && last.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// 72233 TTBB 56008 72233: the station number stands before MMMM once more and belongs to the part that it opens.
+bool BulletinReader::Cutter::endsWithStationOfNext() {
+    if (open.groups.size() <= 2 || !open.excess.empty() || !hasForm(open.groups.back().text, "ddddd")) {
+        return false;
+    }
+    const std::string& last = open.groups.back().text;
+    for (const std::size_t index : {std::size_t{1}, std::size_t{2}}) {
+        const Word* word = peek(index);
+        if (word != nullptr && word->text == last) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool BulletinReader::Cutter::next(Part& part) {
+    // What ends a part stays in `ahead` until the part is given, and is dealt with in the next call.
+    while (peek(0) != nullptr) {
+        if (isEnvelope(ahead.front().text[0])) {
+            if (partIsOpen) {
+                close(part);
+                return true;
+            }
+            take();
+            heading.clear();
+            ++bulletin;
+        } else if (isHeading()) {
+            if (partIsOpen) {
+                if (holdsSerialNumber()) {
+                    dropLastGroup();
+                }
+                close(part);
+                return true;
+            }
+            takeHeading();
+        } else if (endsReport()) {
+            const bool wasOpen = partIsOpen;
+            take();
+            if (wasOpen) {
+                close(part);
+                return true;
+            }
+        } else if (isIdentifier()) {
+            if (partIsOpen) {
+                if (endsWithStationOfNext()) {
+                    dropLastGroup();
+                }
+                close(part);
+                return true;
+            }
+            openPart();
+        } else {
+            addGroup(take());
+        }
+    }
+    if (partIsOpen) {
+        close(part);
+        return true;
+    }
+    return false;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// The interface
+// ---------------------------------------------------------------------------------------------------------------------
+
+BulletinReader::BulletinReader(std::istream& input, std::string source)
+    : cutter(std::make_unique<Cutter>(input, std::move(source))) {}
+BulletinReader::~BulletinReader() = default;
+BulletinReader::BulletinReader(BulletinReader&&) noexcept = default;
+BulletinReader& BulletinReader::operator=(BulletinReader&&) noexcept = default;
+
+bool BulletinReader::next(Part& part) {
+    return cutter->next(part);
+}
+
+std::uint64_t BulletinReader::bytes() const {
+    return cutter->bytes();
+}
+
+}  // namespace corvane

@@ -1,0 +1,309 @@
+// Decoding with mends: where the decoder stumbles, the mend for that fault is tried, and the decoder judges again.
+#include "CodeTables.h"
+#include "feed/Groups.h"
+#include "feed/PartDecoder.h"
+#include "feed/Remarks.h"
+#include "feed/Steps.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace corvane::feed {
+
+namespace {
+
+constexpr int MOST_MENDS = 12;
+
+bool beginsWith(std::string_view text, std::string_view beginning) {
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// The mends, each for one kind of stumble. They return whether they fit.
+// ---------------------------------------------------------------------------------------------------------------------
+
+// `closer`: section 2 ends without the 88999 that says that there is no tropopause.
+bool closeSurfaces(Work& work, const Stumble& stumble) {
+    const std::string& group = work.at(stumble.place);
+    if (!group.empty() && group != "77999" && !isOpener(group)) {
+        return false;
+    }
+    work.note("closer", "wrote 88999 " + (group.empty() ? std::string("at the end") : "before " + group), stumble.place,
+              0);
+    work.insert(stumble.place, {"88999"});
+    return true;
+}
+
+// `level`: surfaces below the ground, or 1000 and 925 hPa together, are left out instead of given as solidi.
+bool writeSurfaces(Work& work, const PartDecoder& decoder) {
+    const Stumble& stumble = decoder.stumble();
+    const std::vector<std::string> codes = decoder.surfaceCodes();
+    const auto first = codes.begin() + static_cast<std::ptrdiff_t>(stumble.surface);
+    const auto reported = std::find(first, codes.end(), work.at(stumble.place).substr(0, 2));
+    if (work.letter() != 'A' || stumble.surface == 0 || reported == codes.end()) {
+        return false;
+    }
+    const bool lowestTwo = *first == "00" && *reported == "85";
+    const bool belowGround = decoder.groundPressure() != 0.0 &&
+                             decoder.surfacePressure(static_cast<std::size_t>(reported - codes.begin()) - 1) >
+                                 decoder.groundPressure();
+    if (!lowestTwo && !belowGround) {
+        return false;
+    }
+    std::string written;
+    std::size_t place = stumble.place;
+    for (auto code = first; code != reported; ++code) {
+        const std::string head = *code + "///";
+        const bool wind = decoder.hasWind(static_cast<std::size_t>(code - codes.begin()));
+        written += head + (wind ? " ///// ///// " : " ///// ");
+        if (wind) {
+            work.insert(place, {head, "/////", "/////"});
+            place += 3;
+        } else {
+            work.insert(place, {head, "/////"});
+            place += 2;
+        }
+    }
+    work.note("level", "wrote " + written + "before " + work.at(place), stumble.place, 0);
+    return true;
+}
+
+// `closer`: section 4 is missing, and an opener stands where a tropopause or a maximum wind could.
+bool closeTropopauses(Work& work, const Stumble& stumble) {
+    const std::string group = work.at(stumble.place);
+    if (!isOpener(group)) {
+        return false;
+    }
+    work.note("closer", "wrote 77999 before " + group, stumble.place, 0);
+    work.insert(stumble.place, {"77999"});
+    return true;
+}
+
+// `section-7`: 31313 srrarasasa 8GGgg cut short.
+bool completeSystem(Work& work, const Stumble& stumble) {
+    std::size_t opener = std::min(stumble.place, work.size() - 1);
+    while (work.at(opener) != "31313") {
+        --opener;
+    }
+    const std::string system = work.at(opener + 1);
+    const std::string time = work.at(opener + 2);
+    if (system.empty() || isOpener(system)) {
+        work.note("section-7", "wrote ///// 8//// after 31313", opener + 1, 0);
+        work.insert(opener + 1, {"/////", "8////"});
+    } else if (hasForm(system, "8????") || system.size() < 5) {
+        work.note("section-7", "wrote ///// before " + system, opener + 1, 0);
+        work.insert(opener + 1, {"/////"});
+    } else {
+        const bool garbled = !time.empty() && !isOpener(time);
+        work.note("section-7", "wrote 8//// after " + system, opener + 2, 0, garbled);
+        work.insert(opener + 2, {"8////"});
+    }
+    return true;
+}
+
+// `depression`: 51 to 55 is no code for a dew-point depression (code table 0777).
+bool dropDepression(Work& work, const Stumble& stumble) {
+    const std::string group = work.at(stumble.place);
+    const std::string mended = group.substr(0, 3) + "//";
+    work.replace(stumble.place, mended);
+    work.note("depression", group + " read as " + mended, stumble.place, 1, true);
+    return true;
+}
+
+// `remark`: without its keyword a remark is plain words.
+bool dropRemark(Work& work, const Stumble& stumble) {
+    std::size_t place = stumble.place;
+    const bool atPlace = stumble.isImpossible || beginsWith(stumble.message, "At least") || work.at(place) == "WL";
+    if (!atPlace || !isKeyword(work.at(place))) {
+        do {
+            if (place == 0) {
+                return false;
+            }
+            --place;
+        } while (!isKeyword(work.at(place)));
+    }
+    work.note("remark", "left out " + work.at(place) + " before " + work.context(place + 1), place, 1, true);
+    work.erase(place, 1);
+    return true;
+}
+
+bool mendStumble(Work& work, const PartDecoder& decoder) {
+    const Stumble& stumble = decoder.stumble();
+    if (stumble.section == Stumble::TAIL) {
+        return dropRemark(work, stumble);
+    }
+    if (stumble.isImpossible) {
+        return false;
+    }
+    if (beginsWith(stumble.message, "Dewpoint depression code")) {
+        return dropDepression(work, stumble);
+    }
+    switch (stumble.section) {
+    case Stumble::SURFACES:
+        return stumble.levelIsDue && (closeSurfaces(work, stumble) || writeSurfaces(work, decoder));
+    case Stumble::TROPOPAUSES:
+    case Stumble::MAXIMUM_WINDS: return stumble.levelIsDue && closeTropopauses(work, stumble);
+    case Stumble::SYSTEM: return completeSystem(work, stumble);
+    default: return false;
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// One reading with one Id
+// ---------------------------------------------------------------------------------------------------------------------
+
+struct Attempt {
+    Work work;
+    Refusal refusal;
+    Decoded decoded;
+    bool leftovers = false;
+
+    bool isClean() const { return !refusal && !leftovers; }
+};
+
+// Groups between section 4 and the first opener, which the decoder passes over. Two of them, the second 8GGgg, have
+// lost their 31313. Others are groups of a level that is out of step: what they say is lost.
+// @return whether the part must be decoded again.
+bool mendLeftovers(Attempt& attempt, std::size_t tail) {
+    Work& work = attempt.work;
+    std::size_t end = tail;
+    bool holdsLevel = false;
+    while (end < work.size() && !isOpener(work.at(end))) {
+        holdsLevel = holdsLevel || (work.at(end) != "77999" && work.at(end) != "88999" && work.at(end) != "/////");
+        ++end;
+    }
+    if (end - tail == 2 && hasForm(work.at(tail + 1), "8????")) {
+        work.note("section-7", "wrote 31313 before " + work.at(tail), tail, 0);
+        work.insert(tail, {"31313"});
+        return true;
+    }
+    if (holdsLevel) {
+        attempt.leftovers = true;
+        work.note("leftover", "not read: " + work.context(tail), tail, end - tail, true);
+    }
+    return false;
+}
+
+Attempt attemptToDecode(Work work, bool mend) {
+    Attempt attempt{std::move(work), {}, {}, false};
+    bool tailIsTidy = !mend;
+    for (int mends = 0;; ++mends) {
+        PartDecoder decoder(attempt.work);
+        const bool whole = decoder.run();
+        if (!tailIsTidy && decoder.hasReachedTail()) {
+            tailIsTidy = true;
+            if (dropTailWords(attempt.work, decoder.tail())) {
+                continue;
+            }
+        }
+        if (whole) {
+            if (mend && decoder.hasLeftovers() && !attempt.work.isPartBOrD() &&
+                mendLeftovers(attempt, decoder.tail())) {
+                continue;
+            }
+            attempt.decoded.launch = decoder.launch();
+            attempt.decoded.levels = decoder.takeLevels();
+            for (ReadLevel& level : attempt.decoded.levels) {
+                level.groups = attempt.work.origin(level.groups.first, level.groups.count);
+            }
+            return attempt;
+        }
+        if (!mend || mends >= MOST_MENDS || !mendStumble(attempt.work, decoder)) {
+            attempt.refusal = {decoder.stumble().message, decoder.stumble().place};
+            return attempt;
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Id
+// ---------------------------------------------------------------------------------------------------------------------
+
+int lowestWind(const code::LastWind& entry, char letter) {
+    return letter == 'A' ? entry.partA : entry.partC;
+}
+
+// The indicators that reach more levels than the one in a date group, the nearest first; all of them where it is
+// missing or unknown.
+std::string idsThatReachFurther(std::string_view date, char letter) {
+    int reached = code::NO_WINDS + 1;
+    std::vector<code::LastWind> entries;
+    for (const code::LastWind& entry : code::LAST_WINDS) {
+        if (lowestWind(entry, letter) == code::NO_ENTRY) {
+            continue;
+        }
+        entries.push_back(entry);
+        if (date.size() == 5 && date[4] == entry.id) {
+            reached = lowestWind(entry, letter);
+        }
+    }
+    std::sort(entries.begin(), entries.end(), [&](const code::LastWind& first, const code::LastWind& second) {
+        return lowestWind(first, letter) > lowestWind(second, letter);
+    });
+    std::string ids;
+    for (const code::LastWind& entry : entries) {
+        if (lowestWind(entry, letter) < reached) {
+            ids += entry.id;
+        }
+    }
+    return ids;
+}
+
+bool giveSameLevels(const Attempt& first, const Attempt& second) {
+    const auto& one = first.decoded.levels;
+    const auto& other = second.decoded.levels;
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](const ReadLevel& a, const ReadLevel& b) {
+        return a.values.type == b.values.type && a.values.fields == b.values.fields;
+    });
+}
+
+// `id`: of the indicators that reach further and let the part be read, the one with the fewest mends. Absent where
+// none does. `ambiguous` is set where two of them give different levels.
+std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
+    const std::size_t place = placeOfDate(work.form());
+    const std::string& date = work.at(place);
+    std::optional<Attempt> best;
+    for (const char id : idsThatReachFurther(date, work.letter())) {
+        Work changed = work;
+        const std::string mended = date.substr(0, 4) + id;
+        changed.replace(place, mended);
+        changed.note("id", date + " read as " + mended, place, 1);
+        Attempt attempt = attemptToDecode(std::move(changed), true);
+        if (attempt.refusal) {
+            continue;
+        }
+        const auto rank = [](const Attempt& read) { return std::pair(read.leftovers, read.work.mends.size()); };
+        if (!best || rank(attempt) < rank(*best)) {
+            best = std::move(attempt);
+            ambiguous = false;
+        } else if (rank(attempt) == rank(*best) && !giveSameLevels(attempt, *best)) {
+            ambiguous = true;
+        }
+    }
+    return best;
+}
+
+}  // namespace
+
+Refusal decode(Work& work, bool mend, Decoded& decoded) {
+    Attempt attempt = attemptToDecode(work, mend);
+    if (!attempt.isClean() && mend && !work.isPartBOrD()) {
+        bool ambiguous = false;
+        std::optional<Attempt> other = attemptWithOtherIds(work, ambiguous);
+        // A reading with groups left over stands unless another Id leaves none.
+        if (other && (attempt.refusal || other->isClean())) {
+            if (ambiguous) {
+                return work.refuse("The last wind indicator (Id) is wrong, and two others fit equally well.",
+                                   placeOfDate(work.form()));
+            }
+            attempt = std::move(*other);
+        }
+    }
+    const Refusal refusal{attempt.refusal.reason, attempt.refusal.place};
+    work = std::move(attempt.work);
+    decoded = std::move(attempt.decoded);
+    return refusal;
+}
+
+}  // namespace corvane::feed
