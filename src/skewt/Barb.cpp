@@ -10,10 +10,10 @@ namespace {
 constexpr double PI = 3.14159265358979323846;
 
 // In parts of the staff.
-constexpr double SPACING = 0.13;        // between feathers
-constexpr double PENNANT = 0.17;        // of a pennant along the staff
+constexpr double SPACING = 0.13;         // between feathers
+constexpr double PENNANT = 0.17;         // of a pennant along the staff
 constexpr double FEATHER_ACROSS = 0.36;  // how far a full feather reaches from the staff ...
-constexpr double FEATHER_ALONG = 0.15;  // ... and how much farther out than its foot its tip is
+constexpr double FEATHER_ALONG = 0.15;   // ... and how much farther out than its foot its tip is
 constexpr double RING = 0.16;
 
 // Room for feathers: what is needed beyond it makes them all narrower.
@@ -60,8 +60,8 @@ Barb barb(Point station, double direction, double halves, double length, bool so
     };
 
     const Feathers shown = feathers(halves);
-    const double needed = shown.pennants * PENNANT + (shown.pennants > 0 ? SPACING * 0.5 : 0.0) +
-                          (shown.full + shown.half) * SPACING;
+    const double needed =
+        shown.pennants * PENNANT + (shown.pennants > 0 ? SPACING * 0.5 : 0.0) + (shown.full + shown.half) * SPACING;
     const double squeeze = std::min(1.0, LONGEST / std::max(needed, LONGEST));
 
     drawn.strokes.push_back({place(0.0, 0.0), place(1.0, 0.0)});

@@ -2,6 +2,7 @@
 
 #include "Barb.h"
 #include "Hemisphere.h"
+#include "Hodograph.h"
 #include "IndexTable.h"
 #include "Profile.h"
 #include "Scales.h"
@@ -29,6 +30,7 @@ constexpr double USUAL_WIDTH = 1000.0;
 constexpr double USUAL_HEIGHT = 1100.0;
 constexpr double USUAL_FONT = 17.0;
 constexpr double SMALLEST_FONT = 8.5;
+constexpr double STAFF = 2.15;  // length of a barb, in multiples of the usual font
 constexpr double SMALLEST_PICTURE = 400.0;
 constexpr double LARGEST_PICTURE = 10000.0;
 
@@ -78,17 +80,21 @@ private:
     void heightScale();
     void marks();
     void mark(double pressure, const std::string& text, std::string_view colour);
+    void bar(double pressure, std::string_view colour);
     void curveNames();
+    void nothing();
     void barbs();
-    void hodograph();
+    void winds();
     void title();
     void mended();
     void table();
 
     // A line through the diagram along which the temperature is a function of pressure.
-    template <typename Function> Line isoline(double fromPressure, double toPressure, Function temperature) const;
+    template <typename Function>
+    Line isoline(double fromPressure, double toPressure, Function temperature) const;
     void grid(const Line& line) { background.paths(clip(map.frame(), line)); }
 
+    std::string levelText(const Level& level) const;
     std::string titleText() const;
     std::string placeText() const;
     std::string mendedText() const;
@@ -109,6 +115,8 @@ private:
     Box column;  // of the barbs
     Box panel;   // table and hodograph
     Geometry map;
+
+    bool parcelDrawn = false;
 
     Drawing result;
     Labels labels;
@@ -134,7 +142,7 @@ Picture::Picture(const Sounding& ascent, const SkewTOptions& how)
 void Picture::layOut() {
     const double edge = 0.8 * font;
     picture = {0.0, 0.0, width, height};
-    const double staff = 2.3 * font;
+    const double staff = STAFF * font;
     const double columnWidth = 2.55 * staff;
     const double panelHeight = 12.3 * font;
     panel = {edge, height - edge - panelHeight, width - edge, height - edge};
@@ -169,6 +177,7 @@ void Picture::ground() {
     const double y = map.y(surface);
     background.rectangle({frame.left, y, frame.right, frame.bottom}, attribute("fill", colours.earth));
     background.line({frame.left, y}, {frame.right, y}, stroke(colours.frame, 2.0 * hair));
+    labels.keepOff(Line{{frame.left, y}, {frame.right, y}});
 }
 
 void Picture::isobars() {
@@ -220,7 +229,10 @@ void Picture::isotherms() {
     front.textWhereFree(picture, {frame.right + 0.4 * font, frame.bottom + 1.25 * font}, Anchor::START,
                         std::string(DEGREE) + 'C', {0.8 * font, false, colours.quiet});
     const auto rank = [step](double temperature) {
-        return temperature == 0.0 ? 0 : std::fmod(temperature, 4.0 * step) == 0.0 ? 1 : std::fmod(temperature, 2.0 * step) == 0.0 ? 2 : 3;
+        return temperature == 0.0                          ? 0
+               : std::fmod(temperature, 4.0 * step) == 0.0 ? 1
+               : std::fmod(temperature, 2.0 * step) == 0.0 ? 2
+                                                           : 3;
     };
     std::stable_sort(all.begin(), all.end(), [&](double a, double b) { return rank(a) < rank(b); });
     const Face face{0.95 * font};
@@ -233,8 +245,8 @@ void Picture::isotherms() {
                                 shown(temperature, 0), fits);
         }
         if (line.back().x >= frame.left + font && line.back().x <= frame.right) {
-            front.textWhereFree(picture, {line.back().x, frame.top - 0.5 * font}, Anchor::MIDDLE,
-                                shown(temperature, 0), fits);
+            front.textWhereFree(picture, {line.back().x, frame.top - 0.5 * font}, Anchor::MIDDLE, shown(temperature, 0),
+                                fits);
         }
     }
 }
@@ -309,9 +321,9 @@ void Picture::curves() {
         const char* prefix;
         std::string_view colour;
     };
-    const std::array<Curve, 2> all{{{Quantity::DEWPOINT, &Level::dewpoint, "dewpoint", "td-", colours.dewpoint},
-                                    {Quantity::TEMPERATURE, &Level::temperature, "temperature", "t-",
-                                     colours.temperature}}};
+    const std::array<Curve, 2> all{
+        {{Quantity::DEWPOINT, &Level::dewpoint, "dewpoint", "td-", colours.dewpoint},
+         {Quantity::TEMPERATURE, &Level::temperature, "temperature", "t-", colours.temperature}}};
     for (const Curve& curve : all) {
         std::vector<Line> pieces;
         for (const std::vector<Level>& run : profile.runs(curve.quantity)) {
@@ -333,12 +345,14 @@ void Picture::curves() {
                 continue;
             }
             const std::string id = attribute("id", curve.prefix + std::to_string(level.index));
+            const std::string tip = curve.quantity == Quantity::TEMPERATURE ? levelText(level) : std::string();
             if (level.doubted) {
                 front.circle(at, 0.27 * font,
                              id + " class=\"doubted\" " + attribute("fill", colours.ground) + ' ' +
-                                 stroke(curve.colour, 2.0 * hair));
+                                 stroke(curve.colour, 2.0 * hair),
+                             tip);
             } else {
-                front.circle(at, 2.3 * hair, id);
+                front.circle(at, 2.3 * hair, id, tip);
             }
         }
         front.close();
@@ -351,7 +365,8 @@ void Picture::parcel() {
     if (!(lifted.cape > 0.0) || std::isnan(lifted.lfcPressure)) {
         return;
     }
-    const double top = std::isnan(lifted.elPressure) ? map.topPressure() : std::max(lifted.elPressure, map.topPressure());
+    const double top =
+        std::isnan(lifted.elPressure) ? map.topPressure() : std::max(lifted.elPressure, map.topPressure());
     if (top >= lifted.lclPressure) {
         return;
     }
@@ -363,15 +378,18 @@ void Picture::parcel() {
     });
     line.insert(line.end(), above.begin(), above.end());
     const std::vector<Line> pieces = clip(frame, line);
-    front.paths(pieces, "id=\"parcel\" fill=\"none\" " + stroke(colours.parcel, 1.8 * hair) + dashes(1.8 * hair, 5.0, 3.0));
+    front.paths(pieces,
+                "id=\"parcel\" fill=\"none\" " + stroke(colours.parcel, 1.8 * hair) + dashes(1.8 * hair, 5.0, 3.0));
     for (const Line& piece : pieces) {
         labels.keepOff(piece);
     }
+    parcelDrawn = !pieces.empty();
 }
 
 void Picture::heightScale() {
     const Face face{0.8 * font};
-    front.open(attribute("id", "heights") + ' ' + stroke(colours.frame, 1.5 * hair) + ' ' + attribute("fill", colours.text));
+    front.open(attribute("id", "heights") + ' ' + stroke(colours.frame, 1.5 * hair) + ' ' +
+               attribute("fill", colours.text));
     bool any = false;
     for (int pass = 0; pass < 2; ++pass) {
         for (int kilometre = 0; kilometre <= 60; ++kilometre) {
@@ -398,37 +416,52 @@ void Picture::heightScale() {
     }
 }
 
-// A tick at the right edge, and the text where it has room: beside the tick, a little above or below, or on the left.
+// A tick at the right edge and the text where it has room: beside the tick, a little above or below, or on the left.
 void Picture::mark(double pressure, const std::string& text, std::string_view colour) {
     if (!(pressure <= map.bottomPressure() && pressure >= map.topPressure())) {
         return;
     }
     const double y = map.y(pressure);
     const Face face{0.85 * font, false, colour};
-    const double baseline = y + 0.3 * font;
+    const std::string line = "fill=\"none\" " + stroke(colour, 2.2 * hair);
+    struct Side {
+        double edge;
+        double inward;
+        Anchor anchor;
+    };
     for (const double shift : {0.0, -1.1, 1.1, -2.2, 2.2, -3.3, 3.3}) {
-        const Point right{frame.right - 1.4 * font, baseline + shift * font};
-        if (front.textWhereFree(frame.grown(-0.2 * font), right, Anchor::END, text, face)) {
-            front.path({{frame.right, y}, {frame.right - 0.7 * font, y}, {frame.right - 1.2 * font, y + shift * font}},
-                       "fill=\"none\" " + stroke(colour, 2.2 * hair));
-            return;
-        }
-        const Point left{frame.left + 1.4 * font, baseline + shift * font};
-        if (front.textWhereFree(frame.grown(-0.2 * font), left, Anchor::START, text, face)) {
-            front.path({{frame.left, y}, {frame.left + 0.7 * font, y}, {frame.left + 1.2 * font, y + shift * font}},
-                       "fill=\"none\" " + stroke(colour, 2.2 * hair));
+        for (const Side& side : {Side{frame.right, -font, Anchor::END}, Side{frame.left, font, Anchor::START}}) {
+            const Point at{side.edge + 1.4 * side.inward, y + (0.3 + shift) * font};
+            const Box room = Labels::room(at, side.anchor, text, face);
+            if (!frame.grown(-0.2 * font).contains(room) || !labels.isFree(room)) {
+                continue;
+            }
+            front.rectangle(room, attribute("fill", colours.ground) + " fill-opacity=\"0.75\"");
+            front.text(at, side.anchor, text, face);
+            front.path(
+                {{side.edge, y}, {side.edge + 0.7 * side.inward, y}, {side.edge + 1.2 * side.inward, y + shift * font}},
+                line);
             return;
         }
     }
-    front.line({frame.right, y}, {frame.right - 1.0 * font, y}, stroke(colour, 2.2 * hair));
+    front.path({{frame.right, y}, {frame.right - font, y}}, line);
+}
+
+// A bar across the temperature.
+void Picture::bar(double pressure, std::string_view colour) {
+    const Point at = map.at(pressure, profile.at(pressure, &Level::temperature));
+    const double half = 0.8 * font;
+    if (frame.grown(-half).contains(at)) {
+        front.line({at.x - half, at.y}, {at.x + half, at.y}, stroke(colour, 2.2 * hair));
+    }
 }
 
 void Picture::marks() {
     front.open(attribute("id", "marks"));
     for (const Level& level : profile.levels()) {
         if (level.is(SoundingLevel::TROPOPAUSE)) {
-            std::string text = "tropopause " + fixed(level.pressure, 0) + " hPa";
-            mark(level.pressure, text, colours.text);
+            bar(level.pressure, colours.text);
+            mark(level.pressure, "tropopause " + fixed(level.pressure, 0) + " hPa", colours.text);
         }
         if (level.is(SoundingLevel::MAXWIND) && gives(level, Quantity::WIND)) {
             mark(level.pressure,
@@ -436,17 +469,17 @@ void Picture::marks() {
                  colours.hodograph);
         }
     }
+    bar(indices.freezingLevelPressure, colours.zero);
     mark(indices.freezingLevelPressure, "freezing level " + fixed(indices.freezingLevelPressure, 0) + " hPa",
          colours.zero);
-    if (!std::isnan(profile.groundPressure())) {
-        mark(profile.groundPressure(), "surface " + fixed(profile.groundPressure(), 0) + " hPa", colours.quiet);
-    }
+    mark(profile.groundPressure(), "surface " + fixed(profile.groundPressure(), 0) + " hPa", colours.quiet);
     front.close();
 }
 
 // "T" on the right of the temperature, "Td" on the left of the dew point, from the top down where there is room first.
 void Picture::curveNames() {
-    const auto name = [&](double Level::*value, const char* text, Anchor anchor, double aside, std::string_view colour) {
+    const auto name = [&](double Level::*value, const char* text, Anchor anchor, double aside,
+                          std::string_view colour) {
         const auto& levels = profile.levels();
         for (auto level = levels.rbegin(); level != levels.rend(); ++level) {
             if (std::isnan((*level).*value)) {
@@ -463,11 +496,24 @@ void Picture::curveNames() {
     name(&Level::dewpoint, "Td", Anchor::END, -0.7 * font, colours.dewpoint);
 }
 
+// A diagram without data says so.
+void Picture::nothing() {
+    const auto isShown = [&](const Level& level) {
+        return level.pressure <= map.bottomPressure() && level.pressure >= map.topPressure() &&
+               (gives(level, Quantity::TEMPERATURE) || gives(level, Quantity::DEWPOINT) ||
+                gives(level, Quantity::WIND));
+    };
+    if (std::none_of(profile.levels().begin(), profile.levels().end(), isShown)) {
+        front.text({(frame.left + frame.right) / 2.0, (frame.top + frame.bottom) / 2.0}, Anchor::MIDDLE, "no data",
+                   {1.5 * font, true, colours.quiet});
+    }
+}
+
 // ---- winds -------------------------------------------------------------------------------------------------------
 
 void Picture::barbs() {
     const bool south = southern(sounding);
-    const double staff = 2.3 * font;
+    const double staff = STAFF * font;
     const double line = 1.7 * hair;
     const double axis = (column.left + column.right) / 2.0;
     struct Drawn {
@@ -477,7 +523,10 @@ void Picture::barbs() {
     std::vector<Drawn> chosen;
     // The surface, strongest winds and standard surfaces first, so that thinning leaves them in.
     const auto rank = [&](const Level& level) {
-        return level.is(SoundingLevel::SURFACE) ? 0 : level.is(SoundingLevel::MAXWIND) ? 1 : level.is(SoundingLevel::MANDATORY) ? 2 : 3;
+        return level.is(SoundingLevel::SURFACE)     ? 0
+               : level.is(SoundingLevel::MAXWIND)   ? 1
+               : level.is(SoundingLevel::MANDATORY) ? 2
+                                                    : 3;
     };
     for (int pass = 0; pass <= 3; ++pass) {
         for (const Level& level : profile.levels()) {
@@ -488,17 +537,24 @@ void Picture::barbs() {
             const double halves = inUnit(level.windSpeed, options.units) / halfFeather(options.units);
             Barb made = barb({axis, y}, level.windDirection, halves, staff, south);
             const Box covered = made.bounds(line + 2.0 * hair);
-            const bool isFree = column.contains(covered) &&
-                                std::none_of(result.barbs.begin(), result.barbs.end(),
-                                             [&](const Box& other) { return covered.overlaps(other); });
+            const bool isFree =
+                column.contains(covered) && std::none_of(result.barbs.begin(), result.barbs.end(),
+                                                         [&](const Box& other) { return covered.overlaps(other); });
             if (isFree) {
                 result.barbs.push_back(covered);
                 chosen.push_back({&level, std::move(made)});
             }
         }
     }
-    front.textWhereFree(picture, {axis, column.top - 0.4 * font}, Anchor::MIDDLE,
-                        std::string("wind, ") + unitName(options.units), {0.8 * font, false, colours.quiet});
+    for (const Box& box : result.barbs) {
+        labels.keepOff(box);
+    }
+    for (const double y : {frame.top - 0.5 * font, column.top - 0.4 * font}) {
+        if (front.textWhereFree(picture, {axis, y}, Anchor::MIDDLE, unitName(options.units),
+                                {0.8 * font, false, colours.quiet})) {
+            break;
+        }
+    }
     front.open(attribute("id", "winds") + ' ' + stroke(colours.text, line) + ' ' + attribute("fill", colours.text));
     front.line({axis, frame.top}, {axis, frame.bottom}, stroke(colours.isobar, hair));
     for (const Drawn& drawn : chosen) {
@@ -507,7 +563,8 @@ void Picture::barbs() {
             attributes += " class=\"doubted\" " + attribute("fill", colours.ground);
         }
         if (drawn.barb.calm) {
-            front.circle(drawn.barb.station, drawn.barb.ring, attributes + (drawn.level->doubted ? "" : " fill=\"none\""));
+            front.circle(drawn.barb.station, drawn.barb.ring,
+                         attributes + (drawn.level->doubted ? "" : " fill=\"none\""));
             continue;
         }
         front.open(attributes);
@@ -521,128 +578,84 @@ void Picture::barbs() {
     front.close();
 }
 
-void Picture::hodograph() {
-    constexpr double HIGHEST = 12000.0;  // metres above the ground
+void Picture::winds() {
     const double side = panel.height();
     const Box box{panel.right - side, panel.top, panel.right, panel.bottom};
-    result.hodograph = box;
     const Point centre{(box.left + box.right) / 2.0, (box.top + box.bottom) / 2.0};
+    const Hodograph drawn = hodograph(profile, options.units, centre, side / 2.0 - 0.3 * font);
+    result.hodograph = box;
 
-    const double ground = profile.heightAt(std::isnan(profile.groundPressure()) && !profile.levels().empty()
-                                               ? profile.levels().front().pressure
-                                               : profile.groundPressure());
-    const auto isShown = [&](const Level& level) {
-        return std::isnan(level.height) || std::isnan(ground) ? level.pressure >= 200.0 : level.height <= ground + HIGHEST;
-    };
-    double strongest = 0.0;
-    for (const Level& level : profile.levels()) {
-        if (gives(level, Quantity::WIND) && isShown(level)) {
-            strongest = std::max(strongest, inUnit(level.windSpeed, options.units));
-        }
-    }
-    constexpr std::array<double, 7> STEPS{5.0, 10.0, 20.0, 30.0, 50.0, 100.0, 1000.0};
-    double step = STEPS.front();
-    for (const double candidate : STEPS) {
-        step = candidate;
-        if (strongest <= 4.0 * step) {
-            break;
-        }
-    }
-    const int rings = std::max(2, static_cast<int>(std::ceil(strongest / step)));
-    const double scale = (side / 2.0 - 0.3 * font) / (rings * step);
-
-    front.open(attribute("id", "hodograph") + ' ' + attribute("fill", "none") + ' ' + stroke(colours.isobar, 1.2 * hair));
+    front.open(attribute("id", "hodograph") + ' ' + attribute("fill", "none") + ' ' +
+               stroke(colours.isobar, 1.2 * hair));
     front.rectangle(box, stroke(colours.frame, 1.2 * hair));
-    for (int ring = 1; ring <= rings; ++ring) {
-        front.circle(centre, ring * step * scale);
+    const auto radius = [&](int ring) { return ring * drawn.ringSpeed * drawn.pixelsPerUnit; };
+    for (int ring = 1; ring <= drawn.rings; ++ring) {
+        front.circle(centre, radius(ring));
     }
     front.line({box.left, centre.y}, {box.right, centre.y});
     front.line({centre.x, box.top}, {centre.x, box.bottom});
-
-    const auto at = [&](const Level& level) {
-        constexpr double RADIAN = 3.14159265358979323846 / 180.0;
-        const double speed = inUnit(level.windSpeed, options.units) * scale;
-        return Point{centre.x - speed * std::sin(level.windDirection * RADIAN),
-                     centre.y + speed * std::cos(level.windDirection * RADIAN)};
-    };
-    std::vector<Line> lines;
-    struct Place {
-        double height;
-        Point at;
-    };
-    std::vector<std::vector<Place>> places;
-    for (const std::vector<Level>& run : profile.runs(Quantity::WIND)) {
-        Line line;
-        places.emplace_back();
-        for (const Level& level : run) {
-            if (isShown(level)) {
-                line.push_back(at(level));
-                if (!std::isnan(level.height)) {
-                    places.back().push_back({level.height - ground, at(level)});
-                }
-            }
-        }
-        if (line.size() > 1) {
-            labels.keepOff(line);
-            lines.push_back(std::move(line));
-        }
-    }
-    front.paths(lines, stroke(colours.hodograph, 2.4 * hair) + " stroke-linejoin=\"round\"");
-    front.close();
-
-    // Heights above the ground in kilometres, on the line.
-    front.open(attribute("id", "hodograph-heights") + ' ' + attribute("fill", colours.ground) + ' ' +
-               stroke(colours.hodograph, 1.6 * hair));
-    std::vector<std::pair<std::string, Point>> names;
-    for (const int kilometre : {0, 1, 3, 6, 9, 12}) {
-        for (const std::vector<Place>& run : places) {
-            const auto above = std::find_if(run.begin(), run.end(),
-                                            [&](const Place& place) { return place.height >= 1000.0 * kilometre; });
-            if (above == run.end() || (above == run.begin() && above->height > 1000.0 * kilometre)) {
-                continue;
-            }
-            Point mark = above->at;
-            if (above != run.begin()) {
-                const Place& below = *(above - 1);
-                const double share = (1000.0 * kilometre - below.height) / (above->height - below.height);
-                mark = {below.at.x + share * (above->at.x - below.at.x), below.at.y + share * (above->at.y - below.at.y)};
-            }
-            front.circle(mark, 0.24 * font);
-            labels.keepOff(Box::at(mark).grown(0.24 * font));
-            names.emplace_back(std::to_string(kilometre), mark);
-            break;
-        }
+    front.paths(drawn.lines, stroke(colours.hodograph, 2.4 * hair) + " stroke-linejoin=\"round\"");
+    const double dot = 0.24 * font;
+    front.open(attribute("fill", colours.ground) + ' ' + stroke(colours.hodograph, 1.6 * hair));
+    for (const Hodograph::Mark& mark : drawn.marks) {
+        front.circle(mark.at, dot);
+        labels.keepOff(Box::at(mark.at).grown(dot));
     }
     front.close();
+    front.close();
+
+    // The heights beside their marks, clear of the line where that is possible.
+    static constexpr std::array<Point, 8> BESIDE{
+        {{0.75, 0.25}, {-0.75, 0.25}, {0.0, -0.5}, {0.0, 1.0}, {0.6, -0.4}, {-0.6, -0.4}, {0.6, 0.9}, {-0.6, 0.9}}};
+    const Face kilometres{0.72 * font, true, colours.hodograph};
     const Face small{0.72 * font, false, colours.quiet};
-    front.textWhereFree(box, {box.left + 0.3 * font, box.top + 0.85 * font}, Anchor::START,
-                        unitName(options.units), small);
-    front.textWhereFree(box, {box.right - 0.3 * font, box.bottom - 0.35 * font}, Anchor::END, "km",
-                        {0.72 * font, true, colours.hodograph});
-    for (const auto& [name, mark] : names) {
-        for (const Point aside : {Point{0.75, 0.25}, {-0.75, 0.25}, {0.0, -0.5}, {0.0, 1.0}, {0.6, -0.4}, {-0.6, -0.4}, {0.6, 0.9}, {-0.6, 0.9}}) {
-            if (front.textWhereFree(box, {mark.x + aside.x * font, mark.y + aside.y * font}, Anchor::MIDDLE, name,
-                                    {0.72 * font, true, colours.hodograph})) {
-                break;
-            }
+    front.textWhereFree(box, {box.left + 0.3 * font, box.top + 0.85 * font}, Anchor::START, unitName(options.units),
+                        small);
+    front.textWhereFree(box, {box.right - 0.3 * font, box.bottom - 0.35 * font}, Anchor::END, "km", kilometres);
+    for (const Line& line : drawn.lines) {
+        labels.keepOff(line);
+    }
+    for (const Hodograph::Mark& mark : drawn.marks) {
+        const auto named = [&](Clear clear) {
+            return std::any_of(BESIDE.begin(), BESIDE.end(), [&](const Point& aside) {
+                return front.textWhereFree(box, {mark.at.x + aside.x * font, mark.at.y + aside.y * font},
+                                           Anchor::MIDDLE, std::to_string(mark.kilometres), kilometres, clear);
+            });
+        };
+        if (!named(Clear::OF_EVERYTHING)) {
+            named(Clear::OF_BOXES);
         }
     }
-    for (int ring = rings; ring >= 1; --ring) {
-        const double radius = ring * step * scale;
-        const std::string name = fixed(ring * step, 0);
-        for (const Point& place : {Point{centre.x + 0.2 * font, centre.y + radius - 0.25 * font},
-                                   {centre.x + 0.2 * font, centre.y - radius + 0.85 * font}}) {
-            if (front.textWhereFree(box, place, Anchor::START, name, small)) {
-                break;
-            }
+    for (int ring = drawn.rings; ring >= 1; --ring) {
+        const std::string name = fixed(ring * drawn.ringSpeed, 0);
+        if (!front.textWhereFree(box, {centre.x + 0.2 * font, centre.y + radius(ring) - 0.25 * font}, Anchor::START,
+                                 name, small)) {
+            front.textWhereFree(box, {centre.x + 0.2 * font, centre.y - radius(ring) + 0.85 * font}, Anchor::START,
+                                name, small);
         }
     }
 }
 
 // ---- texts around the diagram ------------------------------------------------------------------------------------
 
+// "850 hPa, 18.2 / 16.3 degrees, 230 degrees 25 kt": what a level gives.
+std::string Picture::levelText(const Level& level) const {
+    std::string text = fixed(level.pressure, level.pressure < 10.0 ? 1 : 0) + " hPa";
+    if (gives(level, Quantity::TEMPERATURE)) {
+        text += ", " + shown(level.temperature, 1);
+        text += gives(level, Quantity::DEWPOINT) ? " / " + shown(level.dewpoint, 1) : "";
+        text += std::string(" ") + DEGREE + 'C';
+    }
+    if (gives(level, Quantity::WIND)) {
+        text += ", " + fixed(level.windDirection, 0) + DEGREE + ' ' + fixed(inUnit(level.windSpeed, options.units), 0) +
+                ' ' + unitName(options.units);
+    }
+    return text;
+}
+
 std::string Picture::titleText() const {
     std::string text = formName(sounding.form);
+    text = text.empty() ? "Sounding" : text;
     if (!sounding.station.empty()) {
         text += ' ' + sounding.station;
     } else if (sounding.latitude && sounding.longitude) {
@@ -694,7 +707,8 @@ std::string Picture::mendedText() const {
         std::vector<std::pair<std::string, int>> counts;
         for (const Mend& mend : part.mends) {
             const std::string name = mend.name + (mend.lost ? " (data lost)" : "");
-            const auto known = std::find_if(counts.begin(), counts.end(), [&](const auto& entry) { return entry.first == name; });
+            const auto known =
+                std::find_if(counts.begin(), counts.end(), [&](const auto& entry) { return entry.first == name; });
             if (known == counts.end()) {
                 counts.emplace_back(name, 1);
             } else {
@@ -704,7 +718,8 @@ std::string Picture::mendedText() const {
         text += text.empty() ? "Mended: " : "; ";
         text += std::string(1, part.letter);
         for (const auto& [name, count] : counts) {
-            text += ' ' + name + (count > 1 ? "\xC3\x97" + std::to_string(count) : "") + (&name == &counts.back().first ? "" : ",");
+            text += ' ' + name + (count > 1 ? "\xC3\x97" + std::to_string(count) : "") +
+                    (&name == &counts.back().first ? "" : ",");
         }
     }
     std::vector<std::string> doubts;
@@ -730,7 +745,8 @@ void Picture::mended() {
     if (!text.empty()) {
         const double size = 0.85 * font;
         front.text({panel.left, frame.bottom + 2.65 * font}, Anchor::START,
-                   fitted(text, (column.left - panel.left) / size), {size, false, colours.quiet}, attribute("id", "mended"));
+                   fitted(text, (column.left - panel.left) / size), {size, false, colours.quiet},
+                   attribute("id", "mended"));
     }
 }
 
@@ -738,22 +754,25 @@ void Picture::table() {
     const std::vector<ParcelRow> parcels = parcelRows(indices);
     const std::vector<IndexRow> single = indexRows(indices, options.units);
     const auto widest = [](const auto& rows, auto member, const char* header) {
-        double widest = textWidth(header, true);
+        double columnWidth = textWidth(header, true);
         for (const auto& row : rows) {
-            widest = std::max(widest, textWidth(row.*member));
+            columnWidth = std::max(columnWidth, textWidth(row.*member));
         }
-        return widest;
+        return columnWidth;
     };
     constexpr double GAP = 1.0;
     const double name = widest(parcels, &ParcelRow::name, "");
     const double surface = widest(parcels, &ParcelRow::surface, "surface");
-    const double unstable = widest(parcels, &ParcelRow::mostUnstable, "unstable");
+    double unstable = widest(parcels, &ParcelRow::mostUnstable, "unstable");
     const double index = widest(single, &IndexRow::name, "");
     const double value = widest(single, &IndexRow::value, "");
-    const double needed = name + surface + unstable + index + value + 6.0 * GAP;
-    const double room = result.hodograph.left - panel.left;
-    const double size = std::min(font, room / needed);
-    const double gap = GAP + std::min(2.0, (room / size - needed) / 5.0);
+    const double room = (result.hodograph.left - panel.left) / font;  // in characters of size 1
+    const auto needed = [&](double parcelColumn) { return name + surface + parcelColumn + index + value + 6.0 * GAP; };
+    const double longer = std::max(unstable, textWidth("most unstable", true));
+    const bool wide = needed(longer) <= room;
+    unstable = wide ? longer : unstable;
+    const double size = font * std::min(1.0, room / needed(unstable));
+    const double gap = GAP + std::min(2.0, (room * font / size - needed(unstable)) / 5.0);
 
     const double row = panel.height() / 9.0;
     const auto baseline = [&](std::size_t i) { return panel.top + (static_cast<double>(i) + 0.7) * row; };
@@ -769,7 +788,7 @@ void Picture::table() {
     front.open(attribute("id", "indices"));
     front.text({nameLeft, baseline(0)}, Anchor::START, "Parcel", bold);
     front.text({surfaceRight, baseline(0)}, Anchor::END, "surface", bold);
-    front.text({unstableRight, baseline(0)}, Anchor::END, "unstable", bold);
+    front.text({unstableRight, baseline(0)}, Anchor::END, wide ? "most unstable" : "unstable", bold);
     for (std::size_t i = 0; i < parcels.size(); ++i) {
         front.text({nameLeft, baseline(i + 1)}, Anchor::START, parcels[i].name, quiet);
         front.text({surfaceRight, baseline(i + 1)}, Anchor::END, parcels[i].surface, face);
@@ -780,16 +799,48 @@ void Picture::table() {
         front.text({indexLeft, baseline(i + 1)}, Anchor::START, single[i].name, quiet);
         front.text({valueRight, baseline(i + 1)}, Anchor::END, single[i].value, face);
     }
+    front.text({indexLeft, baseline(8)}, Anchor::START,
+               parcelDrawn ? "Heights above ground. Dashed: most unstable." : "Heights above ground.",
+               {0.72 * size, false, colours.quiet});
     front.close();
 }
 
+// What the picture shows, for those who do not see it.
 std::string Picture::description() const {
-    return placeText();
+    std::string text = placeText() + '.';
+    const auto& levels = profile.levels();
+    if (!levels.empty()) {
+        text += " From " + fixed(levels.front().pressure, 0) + " to " + fixed(levels.back().pressure, 0) + " hPa.";
+    }
+    const auto ground =
+        std::find_if(levels.begin(), levels.end(), [](const Level& level) { return level.is(SoundingLevel::SURFACE); });
+    if (ground != levels.end()) {
+        text += " Surface " + levelText(*ground) + '.';
+    }
+    for (const Level& level : levels) {
+        if (level.is(SoundingLevel::TROPOPAUSE)) {
+            text += " Tropopause " + levelText(level) + '.';
+        }
+        if (level.is(SoundingLevel::MAXWIND)) {
+            text += " Maximum wind " + levelText(level) + '.';
+        }
+    }
+    text += " CAPE of the most unstable parcel " + indexText(indices.mostUnstable.cape, 0, "J/kg") + '.';
+    constexpr std::size_t LONGEST = 4000;
+    for (const SoundingPart& part : sounding.parts) {
+        for (const Mend& mend : part.mends) {
+            if (text.size() < LONGEST) {
+                text += " Part " + std::string(1, part.letter) + " mended: " + fitted(mend.text, 150.0) + '.';
+            }
+        }
+    }
+    return text;
 }
 
 Drawing Picture::drawing() {
     front.rectangle(frame, "fill=\"none\" " + stroke(colours.frame, 2.0 * hair));
     title();
+    nothing();
     ground();
     heightScale();
     isobars();
@@ -802,7 +853,7 @@ Drawing Picture::drawing() {
     curveNames();
     mixingRatios();
     barbs();
-    hodograph();
+    winds();
     mended();
     table();
 

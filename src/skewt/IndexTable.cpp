@@ -34,7 +34,9 @@ std::vector<ParcelRow> parcelRows(const Indices& indices) {
     const ParcelIndices& b = indices.mostUnstable;
     return {row("Level, hPa", a.pressure, b.pressure, 0),
             row("LCL, hPa", a.lclPressure, b.lclPressure, 0),
-            row("LCL, \xC2\xB0" "C", a.lclTemperature, b.lclTemperature, 1),
+            row("LCL, \xC2\xB0"
+                "C",
+                a.lclTemperature, b.lclTemperature, 1),
             row("LFC, hPa", a.lfcPressure, b.lfcPressure, 0),
             row("EL, hPa", a.elPressure, b.elPressure, 0),
             row("CAPE, J/kg", a.cape, b.cape, 0),
@@ -48,8 +50,12 @@ std::vector<IndexRow> indexRows(const Indices& indices, SkewTOptions::WindUnit u
             {"Precipitable water", indexText(indices.precipitableWater, 1, "mm")},
             {"Freezing level", levelText(indices.freezingLevelHeight, indices.freezingLevelPressure)},
             {"Wet-bulb zero", levelText(indices.wetBulbZeroHeight, indices.wetBulbZeroPressure)},
-            {"Lapse rate 700\xE2\x80\x93" "500", indexText(indices.lapseRate700To500, 1, "K/km")},
-            {"Shear 0\xE2\x80\x93" "6 km", indexText(inUnit(indices.shear0To6Km, unit), 0, unitName(unit))}};
+            {"Lapse rate 700\xE2\x80\x93"
+             "500",
+             indexText(indices.lapseRate700To500, 1, "K/km")},
+            {"Shear 0\xE2\x80\x93"
+             "6 km",
+             indexText(inUnit(indices.shear0To6Km, unit), 0, unitName(unit))}};
 }
 
 }  // namespace corvane::skewt

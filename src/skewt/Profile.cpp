@@ -131,20 +131,21 @@ std::vector<std::vector<Level>> Profile::runs(Quantity quantity) const {
     return runs;
 }
 
-double Profile::heightAt(double pressure) const {
+double Profile::at(double pressure, double Level::*quantity) const {
     const Level* below = nullptr;
     for (const Level& level : drawn) {
-        if (std::isnan(level.height)) {
+        if (std::isnan(level.*quantity)) {
             continue;
         }
         if (level.pressure == pressure) {
-            return level.height;
+            return level.*quantity;
         }
         if (level.pressure < pressure) {
-            return below == nullptr ? NONE
-                                    : below->height + (level.height - below->height) *
-                                                          std::log(below->pressure / pressure) /
-                                                          std::log(below->pressure / level.pressure);
+            if (below == nullptr) {
+                return NONE;
+            }
+            const double share = std::log(below->pressure / pressure) / std::log(below->pressure / level.pressure);
+            return below->*quantity + share * (level.*quantity - below->*quantity);
         }
         below = &level;
     }

@@ -43,10 +43,10 @@ public:
     // Pressure of the ground, hPa; NaN where the sounding has no surface level.
     double groundPressure() const { return ground; }
 
-    // Height at a pressure, in geopotential metres, linear in ln p between levels; NaN outside them.
-    double heightAt(double pressure) const;
+    // A quantity at a pressure, linear in ln p between the levels that give it; NaN outside them.
+    double at(double pressure, double Level::*quantity) const;
 
-    // The pressure at a height, the inverse of heightAt().
+    // The pressure at a height, the inverse of at().
     double pressureAt(double height) const;
 
 private:

@@ -53,7 +53,8 @@ std::optional<Span> span(const Profile& profile, const Geometry& geometry, bool 
     std::optional<Span> found;
     const auto include = [&](double pressure, double temperature) {
         if (!std::isnan(temperature)) {
-            const double at = temperature + (geometry.frame().bottom - geometry.y(pressure)) / geometry.pixelsPerDegree();
+            const double at =
+                temperature + (geometry.frame().bottom - geometry.y(pressure)) / geometry.pixelsPerDegree();
             found = found ? Span{std::min(found->least, at), std::max(found->most, at)} : Span{at, at};
         }
     };

@@ -42,8 +42,8 @@ Character characterAt(std::string_view text) {
         code = code << 6U | (byte(i) & 0x3FU);
     }
     const std::uint32_t least = length == 4 ? 0x10000 : length == 3 ? 0x800 : 0x80;
-    const bool valid = code >= least && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF) && code != 0xFFFE &&
-                       code != 0xFFFF;
+    const bool valid =
+        code >= least && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF) && code != 0xFFFE && code != 0xFFFF;
     return {code, valid ? length : 1, valid};
 }
 
@@ -189,11 +189,14 @@ Box Labels::room(Point at, Anchor anchor, std::string_view text, const Face& fac
     return {left, at.y - ASCENT * face.size, left + width, at.y + DESCENT * face.size};
 }
 
-bool Labels::isFree(const Box& box) const {
+bool Labels::isFree(const Box& box, Clear clear) const {
     const auto overlaps = [&](const Box& other) { return box.overlaps(other); };
     if (std::any_of(placed.begin(), placed.end(), [&](const Label& label) { return overlaps(label.box); }) ||
         std::any_of(boxes.begin(), boxes.end(), overlaps)) {
         return false;
+    }
+    if (clear == Clear::OF_BOXES) {
+        return true;
     }
     for (const Line& line : lines) {
         for (std::size_t i = 1; i < line.size(); ++i) {
@@ -325,9 +328,10 @@ void Layer::text(Point at, Anchor anchor, std::string_view text, const Face& fac
     out += "</text>\n";
 }
 
-bool Layer::textWhereFree(const Box& within, Point at, Anchor anchor, std::string_view text, const Face& face) {
+bool Layer::textWhereFree(const Box& within, Point at, Anchor anchor, std::string_view text, const Face& face,
+                          Clear clear) {
     const Box room = Labels::room(at, anchor, text, face);
-    if (!within.contains(room) || !names->isFree(room)) {
+    if (!within.contains(room) || !names->isFree(room, clear)) {
         return false;
     }
     this->text(at, anchor, text, face);

@@ -34,6 +34,12 @@ std::string fitted(std::string_view text, double width, bool bold = false);
 // Where a text stands: which end of it `x` is.
 enum class Anchor { START, MIDDLE, END };
 
+// What a label has to keep clear of.
+enum class Clear {
+    OF_EVERYTHING,
+    OF_BOXES  // but not of lines
+};
+
 // The face of a text.
 struct Face {
     double size = 12.0;  // pixels
@@ -54,7 +60,7 @@ public:
     static Box room(Point at, Anchor anchor, std::string_view text, const Face& face);
 
     // Whether a box overlaps no label, box or line so far.
-    bool isFree(const Box& box) const;
+    bool isFree(const Box& box, Clear clear = Clear::OF_EVERYTHING) const;
 
     void add(std::string text, const Box& box) { placed.push_back({std::move(text), box}); }
     void keepOff(const Line& line);
@@ -88,7 +94,8 @@ public:
     // Writes a text with its baseline at `at` and records its room.
     void text(Point at, Anchor anchor, std::string_view text, const Face& face, std::string_view attributes = {});
     // Writes a text if its room lies in `within` and is free.
-    bool textWhereFree(const Box& within, Point at, Anchor anchor, std::string_view text, const Face& face);
+    bool textWhereFree(const Box& within, Point at, Anchor anchor, std::string_view text, const Face& face,
+                       Clear clear = Clear::OF_EVERYTHING);
 
     // Markup, as it is.
     void raw(std::string_view markup) { out += markup; }
