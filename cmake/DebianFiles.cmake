@@ -1,14 +1,16 @@
-# Run by cpack on the trees that become Debian packages, one below CPACK_TEMPORARY_DIRECTORY for each component: packs
-# the man page and adds the files that belong in /usr/share/doc/PACKAGE. The copyright file is the licence, if there is
-# one at the top of the sources.
+# Run by cpack on the trees that become Debian packages, one below CPACK_TEMPORARY_DIRECTORY for each component:
+# compresses the man pages, fixes the prefix in the pkg-config file, and adds the files that belong in
+# /usr/share/doc/PACKAGE. The copyright file is the licence, if there is one at the top of the sources.
 cmake_minimum_required(VERSION 3.19)
 
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
     return()
 endif()
 
+include(${CMAKE_CURRENT_LIST_DIR}/FixedPrefix.cmake)
+
 function(corvane_gzip file)
-    execute_process(COMMAND gzip -9nf ${file} RESULT_VARIABLE status)
+    execute_process(COMMAND gzip -9nf "${file}" RESULT_VARIABLE status)
     if(NOT status EQUAL 0)
         message(FATAL_ERROR "gzip failed on ${file}")
     endif()
@@ -23,13 +25,17 @@ string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} name)
     set(package ${CPACK_DEBIAN_${name}_PACKAGE_NAME})
-    set(root ${CPACK_TEMPORARY_DIRECTORY}/${component}${CPACK_PACKAGING_INSTALL_PREFIX})
-    set(doc ${root}/share/doc/${package})
+    set(root "${CPACK_TEMPORARY_DIRECTORY}/${component}${CPACK_PACKAGING_INSTALL_PREFIX}")
+    set(doc "${root}/share/doc/${package}")
 
-    file(GLOB pages ${root}/${CPACK_CORVANE_MANDIR}/man1/*.1)
+    file(GLOB pages "${root}/${CPACK_CORVANE_MANDIR}/man1/*.1")
     foreach(page IN LISTS pages)
         corvane_gzip(${page})
     endforeach()
+
+    if(component STREQUAL "development" AND NOT IS_ABSOLUTE "${CPACK_CORVANE_LIBDIR}")
+        corvane_fix_prefix("${root}/${CPACK_CORVANE_LIBDIR}" "${CPACK_PACKAGING_INSTALL_PREFIX}")
+    endif()
 
     file(WRITE ${CPACK_TEMPORARY_DIRECTORY}/changelog.Debian
         "corvane (${CPACK_CORVANE_DEBIAN_VERSION}) unstable; urgency=medium\n\n"
@@ -48,7 +54,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
         endif()
     endforeach()
 
-    # Whatever the umask of whoever packages.
+    # Whatever the umask was.
     file(GLOB_RECURSE entries LIST_DIRECTORIES true ${CPACK_TEMPORARY_DIRECTORY}/${component}/*)
     foreach(entry IN LISTS entries)
         if(IS_DIRECTORY ${entry})

@@ -1,5 +1,5 @@
-# What `cmake --install` puts where. Components: `program` (the program and its man page), `development` (what it takes
-# to build against the library) and, when the library is a shared one, `runtime` (the library itself).
+# What `cmake --install` puts where. Components: `program` (the programs, their man pages, the documents and examples),
+# `development` (what is needed to build against the library) and, with a shared library, `runtime` (the library itself).
 include(CMakePackageConfigHelpers)
 
 set(corvane_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/corvane)
@@ -31,9 +31,10 @@ install(FILES
 
 # ---- pkg-config file ---------------------------------------------------------------------------------------------
 
-# The prefix is told from where the file lies, so that a tree may be moved; a directory given as an absolute one stays
-# where it is, and with the library's the file itself is no longer below the prefix.
-if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+# The file finds its prefix relative to itself, so that a tree installed with `cmake --install --prefix` may be moved.
+# Installed where it was configured for, it names the prefix as every other .pc file does, so that pkg-config can leave
+# out the system's directories and put a sysroot in front.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")  # then the file itself is not below the prefix
     set(corvane_pc_prefix "${CMAKE_INSTALL_PREFIX}")
     set(corvane_pc_libdir "${CMAKE_INSTALL_LIBDIR}")
 else()
@@ -49,26 +50,28 @@ endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/corvane.pc.in ${PROJECT_BINARY_DIR}/cmake/corvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/corvane.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
-
-# ---- program and man page ----------------------------------------------------------------------------------------
-
-if(TARGET corvane_program)
-    get_target_property(corvane_library_type corvane TYPE)
-    if(corvane_library_type STREQUAL "SHARED_LIBRARY" AND NOT DEFINED CMAKE_INSTALL_RPATH AND
-            NOT CMAKE_INSTALL_FULL_LIBDIR IN_LIST CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES)
-        # Where the loader does not look by itself the program says where its library is, seen from its own place.
-        if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
-            set(corvane_rpath "${CMAKE_INSTALL_LIBDIR}")
-        else()
-            file(RELATIVE_PATH corvane_rpath "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
-            set(corvane_rpath "$ORIGIN/${corvane_rpath}")
-        endif()
-        set_target_properties(corvane_program PROPERTIES INSTALL_RPATH "${corvane_rpath}")
-    endif()
-    install(TARGETS corvane_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
-    install(FILES ${PROJECT_SOURCE_DIR}/doc/corvane.1
-        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    install(CODE "
+    if(CMAKE_INSTALL_PREFIX STREQUAL [==[${CMAKE_INSTALL_PREFIX}]==])
+        include([==[${PROJECT_SOURCE_DIR}/cmake/FixedPrefix.cmake]==])
+        corvane_fix_prefix(\"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\" \"\${CMAKE_INSTALL_PREFIX}\")
+    endif()" COMPONENT development)
 endif()
+
+# ---- documents and examples --------------------------------------------------------------------------------------
+
+# With the folders of the sources, so that their links to each other hold.
+set(corvane_documents development)
+if(CORVANE_PROGRAM)
+    set(corvane_documents program)
+endif()
+install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${corvane_documents})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/doc DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${corvane_documents}
+    FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT ${corvane_documents}
+    REGEX "\\.(sh|py|R)$" PERMISSIONS
+        OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 # ---- packages ----------------------------------------------------------------------------------------------------
 

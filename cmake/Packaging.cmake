@@ -1,13 +1,17 @@
-# The Debian packages that `cpack -G DEB` makes: corvane (the program and its man page) and libcorvane-dev (header,
-# library and package files); with a shared library also libcorvaneN, the library itself, N its soname's number.
-# A package for a distribution is configured with -DCMAKE_INSTALL_PREFIX=/usr, which gives the multiarch library
-# directory, and -DCORVANE_STATIC=OFF, which leaves the C++ runtime to the package that holds it.
+# The Debian packages that `cpack -G DEB` makes: corvane (the programs, their man pages, documents and examples) and
+# libcorvane-dev (headers, library and package files); with a shared library also libcorvaneN, the library itself, where
+# N is the number of its soname. A package for a distribution is configured with -DCMAKE_INSTALL_PREFIX=/usr, which gives
+# the multiarch library directory, and -DCORVANE_STATIC=OFF, which leaves the C++ runtime to its own package; dependencies
+# are then found with dpkg-shlibdeps and file (Debian: dpkg-dev, file).
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "corvane maintainers <maintainers@corvane.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_SOURCE_GENERATOR TGZ)
-set(CPACK_SOURCE_IGNORE_FILES "/\\\\.git/;/build")
+# Left out: what git and builds leave at the top of the sources, wherever they themselves are.
+string(REGEX REPLACE "([][+.*()^$?|\\])" "\\\\\\1" corvane_pattern "${PROJECT_SOURCE_DIR}")
+set(CPACK_SOURCE_IGNORE_FILES "^${corvane_pattern}/\\.git(/|$)" "^${corvane_pattern}/build(-[^/]*)?(/|$)")
+set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -15,7 +19,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(corvane_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
-# The line that names a package, then the text that describes it; the paragraph that all have in common stands last.
+# The line that names a package, then the text that describes it; the paragraph that all have in common comes next.
 set(corvane_debian_about "Corvane reads the WMO alphanumeric code forms FM 35 TEMP, FM 36 TEMP SHIP,
 FM 37 TEMP DROP and FM 38 TEMP MOBIL: the surface, the standard and the
 significant levels, tropopauses, maximum winds and the remarks of dropsondes.")
@@ -28,18 +32,21 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "decoder for upper-air sounding reports
 ${corvane_debian_about}
 
 This package holds the header, the library to link with, and its CMake and
-pkg-config files.")
+pkg-config files. The documents and examples are in the package corvane.")
 
-if(TARGET corvane_program)
+if(CORVANE_PROGRAM)
+    set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS corvane)
     list(APPEND CPACK_COMPONENTS_ALL program)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME corvane)
     set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION science)
-    set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
+    if(NOT corvane_fully_static)
+        set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
+    endif()
     set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "decoder for upper-air sounding reports
 ${corvane_debian_about}
 
 This package holds the program, which writes the levels of a report as a CSV
-table.")
+table, with documents and examples.")
 endif()
 
 get_target_property(corvane_library_type corvane TYPE)
@@ -60,15 +67,16 @@ ${corvane_debian_about}
 This package holds the shared library.")
 endif()
 
-# CMake heeds it from 3.31 on.
+# Has an effect from CMake 3.31 on.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR MATCHES "${CMAKE_LIBRARY_ARCHITECTURE}")
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
 endif()
 
-# What Debian wants in a package beyond what is installed; before CMake 3.19 the packages do without it.
+# What Debian requires in a package beyond what is installed; before CMake 3.19 the packages are made without it.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianFiles.cmake)
 set(CPACK_CORVANE_SOURCE_DIR ${PROJECT_SOURCE_DIR})
+set(CPACK_CORVANE_LIBDIR ${CMAKE_INSTALL_LIBDIR})
 set(CPACK_CORVANE_MANDIR ${CMAKE_INSTALL_MANDIR})
 set(CPACK_CORVANE_DEBIAN_VERSION ${corvane_debian_version})
 

@@ -1,5 +1,8 @@
 #include "Properties.h"
 
+#include "support/CapturedOutput.h"
+#include "support/KindNames.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -116,11 +119,7 @@ std::vector<std::string> linesOf(const std::string& text, const char* property) 
 
 // The row of a level, written without streams.
 std::string rowOf(const Level& level) {
-    static constexpr std::array<const char*, 13> NAMES{
-        "generic",          "surface",       "mandatory",  "significant",    "tropopause",   "maxwind",
-        "150mlayerwind",    "deeplayerwind", "meanblwind", "lastwindheight", "releasepoint", "splashpointwindinteg",
-        "splashpointrawgps"};
-    std::string row = NAMES.at(static_cast<std::size_t>(level.type));
+    std::string row = KIND_NAMES.at(static_cast<std::size_t>(level.type));
     for (int field = Corvane::LF_PRES; field <= Corvane::LF_PRES2; ++field) {
         if (field == Corvane::LF_VA || field == Corvane::LF_VB) {
             continue;
@@ -203,16 +202,6 @@ Outcome decode(const std::string& text) {
         violated("only documented faults leave the constructor", "neither a std::string nor a std::exception");
     }
     return outcome;
-}
-
-CapturedStream::CapturedStream(std::ostream& captured) : stream(captured) {
-    // The first call gives the standard streams new buffers. It must not come while one of them is captured.
-    std::ios_base::sync_with_stdio(false);
-    previous = stream.rdbuf(content.rdbuf());
-}
-
-CapturedStream::~CapturedStream() {
-    stream.rdbuf(previous);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -378,7 +367,7 @@ void profileIsMergedAndAscends(const Corvane& report) {
 void dumpHasALineForEachPressure(const Corvane& report) {
     static const char* const PROPERTY = "the dump has a line for each pressure";
     std::ostringstream untouched;
-    const CapturedStream captured(std::cout);
+    const CapturedOutput captured;
     untouched << report;
     if (linesOf(captured.text(), PROPERTY).size() != report.profile().size()) {
         violated(PROPERTY, captured.text());
@@ -389,9 +378,7 @@ void dumpHasALineForEachPressure(const Corvane& report) {
 }
 
 std::string tableOf(const Corvane& report) {
-    const CapturedStream captured(std::cout);
-    csv(report);
-    return captured.text();
+    return outputOf([&] { csv(report); });
 }
 
 void tableHasARowForEachLevel(const std::string& table, const Corvane& report) {

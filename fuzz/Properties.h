@@ -9,7 +9,6 @@
 #include <deque>
 #include <iosfwd>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -59,22 +58,6 @@ struct Outcome {
 
 // Constructs a report. ONLY DOCUMENTED FAULTS: a std::string or a std::out_of_range leaves the constructor.
 Outcome decode(const std::string& text);
-
-// Takes what is written to a stream while the object lives.
-class CapturedStream {
-public:
-    explicit CapturedStream(std::ostream& captured);
-    ~CapturedStream();
-    CapturedStream(const CapturedStream&) = delete;
-    CapturedStream& operator=(const CapturedStream&) = delete;
-
-    std::string text() const { return content.str(); }
-
-private:
-    std::ostream& stream;
-    std::ostringstream content;
-    std::streambuf* previous;
-};
 
 // The words between the white space of the classic locale.
 std::vector<std::string> wordsOf(const std::string& text);

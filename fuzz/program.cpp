@@ -2,6 +2,8 @@
 // message.
 #include "Properties.h"
 
+#include "support/CapturedOutput.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -94,8 +96,8 @@ Run runProgram(const std::string& argument) {
     std::array<char*, 3> argv{name.data(), file.empty() ? nullptr : file.data(), nullptr};
 
     Run run;
-    const fuzz::CapturedStream output(std::cout);
-    const fuzz::CapturedStream errors(std::cerr);
+    const CapturedOutput output(std::cout);
+    const CapturedOutput errors(std::cerr);
     try {
         run.exitStatus = corvaneProgram(file.empty() ? 1 : 2, argv.data());
     } catch (const std::out_of_range&) {

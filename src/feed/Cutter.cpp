@@ -379,7 +379,10 @@ bool BulletinReader::Cutter::endsWithStationOfNext() {
 bool BulletinReader::Cutter::next(Part& part) {
     // What ends a part stays in `ahead` until the part is given, and is dealt with in the next call.
     while (peek(0) != nullptr) {
-        if (isEnvelope(ahead.front().text[0])) {
+        const char first = ahead.front().text[0];
+        if (isDigit(first) || first == '/') {
+            addGroup(take());
+        } else if (isEnvelope(first)) {
             if (partIsOpen) {
                 close(part);
                 return true;

@@ -1,20 +1,15 @@
 #include "feed/Groups.h"
 
 #include <algorithm>
-#include <array>
 
 namespace corvane::feed {
 
 namespace {
 
-template <std::size_t Count>
-bool contains(const std::array<std::string_view, Count>& list, std::string_view text) {
-    return std::find(list.begin(), list.end(), text) != list.end();
-}
-
-bool identifies(const std::array<std::string_view, 4>& types, std::string_view word) {
-    constexpr std::array<std::string_view, 4> PARTS{"AA", "BB", "CC", "DD"};
-    return word.size() == 4 && contains(PARTS, word.substr(2)) && contains(types, word.substr(0, 2));
+// The type letters come in pairs, and so do the letters of the part.
+bool isIdentifier(std::string_view types, std::string_view word) {
+    return word.size() == 4 && word[0] == word[1] && word[2] == word[3] && word[2] >= 'A' && word[2] <= 'D' &&
+           types.find(word[0]) != std::string_view::npos;
 }
 
 }  // namespace
@@ -36,19 +31,24 @@ int number(std::string_view digits) {
 }
 
 bool isPartIdentifier(std::string_view word) {
-    return identifies({"TT", "UU", "XX", "II"}, word);
+    return isIdentifier("TUXI", word);
 }
 
 bool isPilotIdentifier(std::string_view word) {
-    return identifies({"PP", "QQ", "EE", "EE"}, word);
+    return isIdentifier("PQE", word);
 }
 
 bool isOpener(std::string_view group) {
-    // d1d1d with the first digit repeated: 31313, 41414 of sections 7 and 8, any such group from 5 and 6.
-    if (!hasForm(group, "ddddd") || group[0] != group[2] || group[0] != group[4] || group[1] != group[3]) {
+    if (group.size() != 5 || group[0] != group[2] || group[0] != group[4] || group[1] != group[3]) {
         return false;
     }
-    return group[0] == '5' || group[0] == '6' ? group[1] != '0' : group == "31313" || group == "41414";
+    switch (group[0]) {
+    case '3':
+    case '4': return group[1] == '1';
+    case '5':
+    case '6': return group[1] >= '1' && group[1] <= '9';
+    default: return false;
+    }
 }
 
 bool isOpenerAmongLevels(std::string_view group) {

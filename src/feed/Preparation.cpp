@@ -34,8 +34,10 @@ bool hasShapeOfLevelGroup(std::string_view group) {
 }  // namespace
 
 void joinPieces(Work& work) {
-    for (std::size_t place = 0; place < work.size() && work.at(place) != "61616" && work.at(place) != "62626";
-         ++place) {
+    for (std::size_t place = 0; place < work.size(); ++place) {
+        if (work.at(place) == "61616" || work.at(place) == "62626") {
+            return;
+        }
         const std::size_t count = countPieces(work, place);
         if (count == 0) {
             continue;

@@ -1,0 +1,69 @@
+// What the programs that read bulletins share: opening inputs, reporting what was done to parts, and counting.
+#ifndef CORVANE_APP_BULLETINS_H
+#define CORVANE_APP_BULLETINS_H
+
+#include <corvane/Feed.h>
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+/// Exit statuses.
+enum ExitStatus {
+    EXIT_WHOLE = 0,   ///< everything that holds data was decoded whole
+    EXIT_PARTLY = 1,  ///< something was refused or lost, or nothing was found
+    EXIT_TROUBLE = 2  ///< usage, an input that cannot be read, output that cannot be written
+};
+
+/// Reads the parts of several inputs and says on standard error what was done to them.
+class Bulletins {
+public:
+    /// Called for every part. `live` tells that the input is no regular file, so that rows should go out at once.
+    using Handler = std::function<void(const corvane::Part& part, const corvane::Reading& reading, bool live)>;
+
+    /// @param name the name of the program, for messages.
+    /// @param saysLittle whether nothing is said about single parts.
+    Bulletins(std::string name, bool saysLittle) : program(std::move(name)), quiet(saysLittle) {}
+
+    /// Reads inputs in their order; "-" is standard input, and so is an empty list. One that cannot be opened or read
+    /// is reported, and the others are still read.
+    void read(const std::vector<std::string>& files, const corvane::ReadOptions& options, const Handler& handle);
+
+    /// Writes the line that counts the parts.
+    void summarize() const;
+
+    /// Reports trouble: "PROGRAM: NAME: REASON".
+    void trouble(const std::string& name, int error);
+
+    /// How the program should end, by what was read and reported.
+    ExitStatus status() const;
+
+    std::size_t decoded() const { return counts.decoded; }
+
+private:
+    void readInput(std::istream& input, const std::string& name, const corvane::ReadOptions& options,
+                   const Handler& handle, bool live, double bytes);
+    void report(const corvane::Part& part, const corvane::Reading& reading);
+    void count(const corvane::Reading& reading);
+    void say(const std::string& line) const;
+
+    struct Counts {
+        std::size_t parts = 0;
+        std::size_t decoded = 0;
+        std::size_t mended = 0;
+        std::size_t lossy = 0;
+        std::size_t doubtful = 0;
+        std::size_t nil = 0;
+        std::size_t empty = 0;
+        std::size_t refused = 0;
+    };
+
+    std::string program;
+    bool quiet;
+    bool troubled = false;
+    Counts counts;
+};
+
+#endif

@@ -1,0 +1,9 @@
+# corvane_fix_prefix(LIBDIR PREFIX) writes PREFIX into the pkg-config file below LIBDIR, in place of one relative to the
+# file itself.
+function(corvane_fix_prefix libdir prefix)
+    set(pc "${libdir}/pkgconfig/corvane.pc")
+    file(READ "${pc}" text)
+    string(FIND "${text}" "\n" end)
+    string(SUBSTRING "${text}" ${end} -1 rest)
+    file(WRITE "${pc}" "prefix=${prefix}${rest}")
+endfunction()

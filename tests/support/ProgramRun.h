@@ -1,0 +1,31 @@
+// Runs the program as a process and keeps what it writes and how it ends.
+#ifndef CORVANE_TESTS_PROGRAM_RUN_H
+#define CORVANE_TESTS_PROGRAM_RUN_H
+
+#include <string>
+#include <vector>
+
+struct ProgramRun {
+    int exitStatus = -1;  // -1 when a signal ended it
+    int signal = 0;       // 0 when none did
+    std::string output;
+    std::string errors;
+};
+
+// What the standard streams of a run are connected to. Without a file name it is a pipe: its content is `input`, or is
+// kept in the result.
+struct Streams {
+    std::string input;
+    std::string inputFile;
+    std::string outputFile;
+    bool closeInput = false;
+    bool closeOutput = false;
+};
+
+// Runs the program with these arguments. Throws std::runtime_error when it cannot be started.
+ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& streams = {});
+
+// The path under which the tests call the program.
+std::string programPath();
+
+#endif
