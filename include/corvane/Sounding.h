@@ -8,6 +8,22 @@
 ///         collected.add(part, corvane::read(part));
 ///     }
 ///     for (const corvane::Sounding& sounding : collected.soundings()) { ... }
+///
+/// Which parts are one sounding:
+///
+/// - TEMP, TEMP SHIP, TEMP MOBIL: those of one code form, station number or call sign, day and hour, in whatever order
+///   and however far apart they come. The call signs SHIP and MOBIL stand for many stations: there the position
+///   counts, too.
+/// - TEMP DROP, which has no station: those of one position, day and hour. An aircraft may release two sondes at one
+///   place in one hour. So a part A with other content is another drop, unless its heading says that it corrects the
+///   first one, and parts B, C and D belong to the part A before them in their bulletin. A part without such a part A
+///   belongs to the only drop of its position, day and hour; where there are several, to none of them.
+///
+/// Of a part that comes more than once, one copy counts: a repeat changes nothing; a correction (CCA, CCB ... or COR in
+/// the heading) replaces what it corrects, the later letter prevails; of different copies of one rank the later one.
+///
+/// Months are in no part. Soundings of two months do not belong into one collection: day 13 at 12 UTC of both would be
+/// taken for one sounding.
 #ifndef CORVANE_SOUNDING_H
 #define CORVANE_SOUNDING_H
 
@@ -15,6 +31,8 @@
 #include <corvane/Feed.h>
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -23,7 +41,11 @@
 
 namespace corvane {
 
-/// One level of a sounding. A quantity that the reports do not give is NaN.
+/// One level of a sounding: everything that its parts give at one pressure. A quantity that they do not give is NaN.
+///
+/// Where two parts give the same quantity, a significant level prevails over a standard one, and that over the surface,
+/// as in Corvane::profile(); within a kind, the later one prevails. A tropopause and a level of maximum wind add what
+/// no other level of that pressure gives.
 struct SoundingLevel {
     static constexpr double NOT_GIVEN = std::numeric_limits<double>::quiet_NaN();
 
@@ -36,30 +58,40 @@ struct SoundingLevel {
         MAXWIND = 16
     };
 
-    double pressure = NOT_GIVEN;       ///< hPa; always given
-    double height = NOT_GIVEN;         ///< geopotential metres
-    bool heightComputed = false;       ///< whether `height` is computed from temperatures instead of reported
+    /// Where a level comes from, for pages that show the text.
+    struct Origin {
+        std::size_t part = 0;  ///< index into Sounding::parts
+        GroupRange groups;     ///< the groups of that part
+    };
+
+    double pressure = NOT_GIVEN;  ///< hPa; always given and above 0
+    /// Geopotential metres: reported, or else computed from temperatures. Between two reported heights of levels above
+    /// the ground it follows the hypsometric equation with virtual temperature, scaled so that it meets both. Above the
+    /// last and below the first of them it is integrated from there, as far as temperatures reach. NaN in a sounding
+    /// without a reported height.
+    double height = NOT_GIVEN;
+    bool heightComputed = false;       ///< whether `height` is computed
     double temperature = NOT_GIVEN;    ///< degrees Celsius
     double dewpoint = NOT_GIVEN;       ///< degrees Celsius
     double windSpeed = NOT_GIVEN;      ///< m/s
     double windDirection = NOT_GIVEN;  ///< degrees true, the direction from which the wind comes
     unsigned kinds = 0;                ///< Kind bits
-    bool belowGround = false;          ///< whether its pressure is above that of the surface
-    std::vector<std::string> doubts;   ///< the checks that doubt it, and "unit"; mostly empty
-    /// Where it comes from: index into Sounding::parts, and the groups of that part. For pages that show the text.
-    struct Origin {
-        std::size_t part = 0;
-        GroupRange groups;
-    };
-    std::vector<Origin> origins;
+    /// Whether its pressure is above that of the surface: a standard surface whose height the station extrapolated.
+    bool belowGround = false;
+    /// The checks that doubt it (see ReadLevel::doubts), each once. "unit": its wind is from a part that gives winds in
+    /// another unit than most parts of the sounding, so that one of the two is wrong; where as many parts say knots as
+    /// metres per second, all winds are doubted. Winds are never converted on that suspicion. Mostly empty.
+    std::vector<std::string> doubts;
+    std::vector<Origin> origins;  ///< by part, in the order of each part
 };
 
 /// A part of a sounding: where it stands, and what was done to it.
 struct SoundingPart {
-    std::string source;
-    std::uint64_t line = 0;
-    std::string heading;
-    char letter = 0;
+    std::string source;        ///< Part::source
+    std::uint64_t line = 0;    ///< Part::line
+    std::uint64_t offset = 0;  ///< Part::offset
+    std::string heading;       ///< Part::heading
+    char letter = 0;           ///< 'A' to 'D'
     std::vector<Mend> mends;
     std::vector<Doubt> doubts;
 };
@@ -70,17 +102,19 @@ struct Sounding {
     std::string station;  ///< IIiii or call sign; empty for TEMP DROP
     int day = 0;
     int hour = 0;
-    std::optional<double> latitude;     ///< degrees north, as Reading::latitude
-    std::optional<double> longitude;    ///< degrees east
-    std::optional<double> elevation;    ///< metres, of a TEMP MOBIL
-    std::string launch;                 ///< GGgg; empty where no part gives it
-    std::string letters;                ///< the parts that it is made of: "AB", "ABCD"
-    std::vector<SoundingPart> parts;    ///< by letter
-    std::size_t replaced = 0;           ///< parts that a correction or a later copy replaced
-    std::vector<SoundingLevel> levels;  ///< by descending pressure
+    std::optional<double> latitude;   ///< degrees north, of the first part that gives it; see Reading::latitude
+    std::optional<double> longitude;  ///< degrees east, of the same part
+    std::optional<double> elevation;  ///< metres, of a TEMP MOBIL
+    std::string launch;               ///< GGgg of the first part that gives it; otherwise empty
+    std::string letters;              ///< the parts that it is made of: "AB", "ABCD"
+    std::vector<SoundingPart> parts;  ///< by letter, one for each
+    /// Different copies of its parts that gave way to a correction or a later copy. Identical repeats do not count.
+    std::size_t replaced = 0;
+    std::vector<SoundingLevel> levels;  ///< by descending pressure, each pressure once; may be empty
 };
 
-/// Collects parts in whatever order they come and joins them to soundings. Keeps the levels of every part, some 2 kB.
+/// Collects parts in whatever order they come and joins them to soundings. Keeps the levels of every part that counts,
+/// some 2 kB a part.
 class CORVANE_API Soundings {
 public:
     Soundings();
@@ -88,14 +122,19 @@ public:
     Soundings(Soundings&&) noexcept;
     Soundings& operator=(Soundings&&) noexcept;
 
-    /// Adds a part. Only a decoded reading adds levels; others are passed over.
+    /// Adds a part. Only a decoded reading adds levels. A part A of a TEMP DROP that could not be read still counts as
+    /// a part A: the parts after it do not go to another drop.
     void add(const Part& part, const Reading& reading);
 
-    /// The soundings of the parts added so far, in the order in which their first parts came.
+    /// Hands over the soundings of the parts added so far, one by one, in the order in which their first parts came. A
+    /// sounding is put together when its turn comes, so that only one is in memory beside what is collected.
+    void forEach(const std::function<void(const Sounding&)>& take) const;
+
+    /// The same soundings all at once, some 8 kB a part.
     std::vector<Sounding> soundings() const;
 
 private:
-    struct Store;
+    class Store;
     std::unique_ptr<Store> store;
 };
 
