@@ -92,6 +92,8 @@ private:
     // A line through the diagram along which the temperature is a function of pressure.
     template <typename Function>
     Line isoline(double fromPressure, double toPressure, Function temperature) const;
+    // Also on an edge, where the rounding of a logarithm may put a level on the far side.
+    bool isInFrame(Point at) const { return frame.grown(0.01).contains(at); }
     void grid(const Line& line) { background.paths(clip(map.frame(), line)); }
 
     std::string levelText(const Level& level) const;
@@ -341,7 +343,7 @@ void Picture::curves() {
         for (const Level& level : profile.levels()) {
             const double value = level.*curve.value;
             const Point at = map.at(level.pressure, value);
-            if (std::isnan(value) || !frame.contains(at)) {
+            if (std::isnan(value) || !isInFrame(at)) {
                 continue;
             }
             const std::string id = attribute("id", curve.prefix + std::to_string(level.index));
@@ -531,7 +533,7 @@ void Picture::barbs() {
     for (int pass = 0; pass <= 3; ++pass) {
         for (const Level& level : profile.levels()) {
             const double y = map.y(level.pressure);
-            if (rank(level) != pass || !gives(level, Quantity::WIND) || y < frame.top || y > frame.bottom) {
+            if (rank(level) != pass || !gives(level, Quantity::WIND) || !isInFrame({frame.left, y})) {
                 continue;
             }
             const double halves = inUnit(level.windSpeed, options.units) / halfFeather(options.units);
@@ -799,9 +801,13 @@ void Picture::table() {
         front.text({indexLeft, baseline(i + 1)}, Anchor::START, single[i].name, quiet);
         front.text({valueRight, baseline(i + 1)}, Anchor::END, single[i].value, face);
     }
-    front.text({indexLeft, baseline(8)}, Anchor::START,
-               parcelDrawn ? "Heights above ground. Dashed: most unstable." : "Heights above ground.",
-               {0.72 * size, false, colours.quiet});
+    std::string notes = std::isnan(indices.freezingLevelHeight) && std::isnan(indices.wetBulbZeroHeight)
+                            ? ""
+                            : "Heights above ground. ";
+    notes += parcelDrawn ? "Dashed: most unstable." : "";
+    if (!notes.empty()) {
+        front.text({indexLeft, baseline(8)}, Anchor::START, notes, {0.72 * size, false, colours.quiet});
+    }
     front.close();
 }
 
