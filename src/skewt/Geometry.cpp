@@ -60,6 +60,14 @@ std::vector<Line> clip(const Box& box, const Line& line) {
         pieces.back().push_back(to);
         open = box.contains(line[i]);
     }
+    // A line that only touches a corner leaves nothing to draw.
+    const auto isDot = [](const Line& piece) {
+        constexpr double LEAST = 0.1;  // pixels
+        return std::all_of(piece.begin(), piece.end(), [&piece](const Point& point) {
+            return std::fabs(point.x - piece.front().x) < LEAST && std::fabs(point.y - piece.front().y) < LEAST;
+        });
+    };
+    pieces.erase(std::remove_if(pieces.begin(), pieces.end(), isDot), pieces.end());
     return pieces;
 }
 

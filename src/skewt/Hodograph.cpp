@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace corvane::skewt {
 
@@ -43,6 +44,23 @@ std::vector<End> ends(const std::vector<Level>& run, double ground, SkewTOptions
         found.push_back(end);
     }
     return found;
+}
+
+// The wind at a height, between the ends of a run.
+std::optional<Point> windAt(const std::vector<End>& run, double height) {
+    const End* below = nullptr;
+    for (const End& end : run) {
+        if (end.height == height) {
+            return end.wind;
+        }
+        if (end.height > height) {
+            return below != nullptr ? std::optional<Point>(between(*below, end, height)) : std::nullopt;
+        }
+        if (end.height < height) {
+            below = &end;
+        }
+    }
+    return std::nullopt;
 }
 
 double speed(const End& end) {
@@ -86,16 +104,11 @@ Hodograph hodograph(const Profile& profile, SkewTOptions::WindUnit unit, Point c
         }
     }
     for (const int kilometres : HEIGHTS) {
-        const double height = 1000.0 * kilometres;
         for (const std::vector<End>& run : runs) {
-            const auto above =
-                std::find_if(run.begin(), run.end(), [height](const End& end) { return end.height >= height; });
-            if (above == run.end() || (above == run.begin() && above->height > height)) {
-                continue;
+            if (const std::optional<Point> wind = windAt(run, 1000.0 * kilometres)) {
+                drawn.marks.push_back({kilometres, at(*wind)});
+                break;
             }
-            drawn.marks.push_back(
-                {kilometres, at(above == run.begin() ? above->wind : between(*(above - 1), *above, height))});
-            break;
         }
     }
     return drawn;

@@ -8,7 +8,7 @@ namespace corvane::skewt {
 
 namespace {
 
-constexpr std::size_t MOST_LEVELS = 400;
+constexpr std::size_t MOST_LEVELS = 350;
 constexpr double NONE = SoundingLevel::NOT_GIVEN;
 
 double within(double value, double least, double most) {
@@ -112,6 +112,17 @@ bool Profile::isMissing(const Level& lower, const Level& upper) const {
     return std::any_of(missing.begin(), missing.end(), [&](const Missing& layer) {
         return layer.lower > upper.pressure && layer.upper < lower.pressure;
     });
+}
+
+std::vector<Level> Profile::levelsOf(SoundingLevel::Kind kind) const {
+    constexpr std::size_t MOST = 4;
+    std::vector<Level> found;
+    for (const Level& level : drawn) {
+        if (level.is(kind) && found.size() < MOST) {
+            found.push_back(level);
+        }
+    }
+    return found;
 }
 
 std::vector<std::vector<Level>> Profile::runs(Quantity quantity) const {

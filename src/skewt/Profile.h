@@ -32,8 +32,11 @@ class Profile {
 public:
     explicit Profile(const Sounding& sounding);
 
-    // By falling pressure. Of more than 400, which no station reports, as many evenly chosen ones.
+    // By falling pressure. Of more than 350, which no station reports, as many evenly chosen ones.
     const std::vector<Level>& levels() const { return drawn; }
+
+    // The levels of a kind, from the lowest up: four at most, of which a report gives two or three.
+    std::vector<Level> levelsOf(SoundingLevel::Kind kind) const;
 
     // The levels that a line joins: one run for each stretch without a gap. Between adjacent levels that give the
     // quantity the code form takes it for linear. There is a gap where a level between them should give it and does

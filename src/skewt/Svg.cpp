@@ -144,15 +144,6 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-std::size_t characters(std::string_view text) {
-    std::size_t count = 0;
-    while (!text.empty()) {
-        text.remove_prefix(characterAt(text).length);
-        ++count;
-    }
-    return count;
-}
-
 double textWidth(std::string_view text, bool bold) {
     double width = 0.0;
     while (!text.empty()) {
@@ -179,6 +170,22 @@ std::string fitted(std::string_view text, double width, bool bold) {
         end += character.length;
     }
     return std::string(text.substr(0, end)) + std::string(ELLIPSIS);
+}
+
+std::string attribute(std::string_view name, std::string_view value) {
+    return std::string(name) + "=\"" + std::string(value) + '"';
+}
+
+std::string attribute(std::string_view name, double value) {
+    return attribute(name, fixed(value, 2));
+}
+
+std::string stroke(std::string_view colour, double width) {
+    return attribute("stroke", colour) + ' ' + attribute("stroke-width", width);
+}
+
+std::string dashes(double width, double dash, double space) {
+    return "stroke-dasharray=\"" + fixed(width * dash, 1) + ' ' + fixed(width * space, 1) + '"';
 }
 
 // ---- labels ------------------------------------------------------------------------------------------------------

@@ -22,14 +22,21 @@ std::string pixels(double number);
 // A text as content or attribute value of XML: markup escaped, what is no XML character or not UTF-8 replaced.
 std::string escaped(std::string_view text);
 
-// The characters of a UTF-8 text.
-std::size_t characters(std::string_view text);
-
 // The width of a text in a sans-serif font of size 1, estimated from above: fonts differ, labels must not touch.
 double textWidth(std::string_view text, bool bold = false);
 
 // A text shortened with an ellipsis so that textWidth() stays below `width`.
 std::string fitted(std::string_view text, double width, bool bold = false);
+
+// An attribute of an element, its value written as it is: name="value".
+std::string attribute(std::string_view name, std::string_view value);
+std::string attribute(std::string_view name, double value);
+
+// The attributes of a line of this colour and width.
+std::string stroke(std::string_view colour, double width);
+
+// The attribute of a dashed line, its dashes and spaces in multiples of its width.
+std::string dashes(double width, double dash, double space);
 
 // Where a text stands: which end of it `x` is.
 enum class Anchor { START, MIDDLE, END };
