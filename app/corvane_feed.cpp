@@ -4,8 +4,8 @@
 #include "Output.h"
 #include "SoundingTable.h"
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
+#include <CLI/CLI.hpp>
 #include <corvane/Feed.h>
 #include <corvane/Sounding.h>
 #include <fcntl.h>
@@ -31,9 +31,10 @@ struct Arguments {
 
 // @return the exit status when the program is to end at once.
 std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
-    CLI::App app("Reads bulletins of upper-air soundings (TEMP, TEMP SHIP, TEMP DROP, TEMP MOBIL) and writes a table of\n"
-                 "their levels to standard output. What was mended, lost, doubted or refused goes to standard error.",
-                 PROGRAM);
+    CLI::App app(
+        "Reads bulletins of upper-air soundings (TEMP, TEMP SHIP, TEMP DROP, TEMP MOBIL) and writes a table of\n"
+        "their levels to standard output. What was mended, lost, doubted or refused goes to standard error.",
+        PROGRAM);
     app.set_version_flag("--version", std::string(PROGRAM) + ' ' + CORVANE_VERSION);
     app.set_help_flag("--help", "Show this help and exit");
     app.add_option("FILE", arguments.files, "Bulletins to read; standard input when none is named, and for -");

@@ -11,13 +11,12 @@
 namespace corvane::table {
 
 /// The columns of a level that tell its part; the columns of Table.h follow.
-inline constexpr std::array<std::string_view, 13> PART_COLUMNS{"source", "heading", "form",   "part",  "station",
-                                                               "day",    "hour",    "slat",   "slon",  "selev",
-                                                               "launch", "mends",   "doubt"};
+inline constexpr std::array<std::string_view, 13> PART_COLUMNS{
+    "source", "heading", "form", "part", "station", "day", "hour", "slat", "slon", "selev", "launch", "mends", "doubt"};
 
 /// The columns of the table of parts.
-inline constexpr std::array<std::string_view, 11> PARTS_COLUMNS{"source", "heading", "form",   "part",  "station", "day",
-                                                                "hour",   "status",  "levels", "mends", "message"};
+inline constexpr std::array<std::string_view, 11> PARTS_COLUMNS{
+    "source", "heading", "form", "part", "station", "day", "hour", "status", "levels", "mends", "message"};
 
 /// FILE:LINE of MMMM, which names a part.
 std::string sourceOf(const Part& part);

@@ -20,9 +20,9 @@ constexpr double ZERO_CELSIUS = 273.15;              // K
 constexpr double KAPPA = 2.0 / 7.0;
 
 // Of 4,149 real parts three were off by more than 8 K, all of them wrong; 99.9 % of all layers stay below 5.5 K.
-constexpr double TOLERANCE = 8.0;                     // K of mean virtual temperature
-constexpr double TOLERANCE_OF_ONE_TEMPERATURE = 25.0; // K, where one end of a layer has none
-constexpr double LOWEST_MEAN = 180.0;                 // K, where both have none
+constexpr double TOLERANCE = 8.0;                      // K of mean virtual temperature
+constexpr double TOLERANCE_OF_ONE_TEMPERATURE = 25.0;  // K, where one end of a layer has none
+constexpr double LOWEST_MEAN = 180.0;                  // K, where both have none
 constexpr double HIGHEST_MEAN = 330.0;
 
 constexpr double LOWEST_TROPOPAUSE = 500.0;  // hPa
@@ -155,9 +155,10 @@ void correctHeights(const Shift& shift, std::vector<Surface>& surfaces, Reading&
     for (std::size_t i = shift.first; i < shift.end; ++i) {
         Surface& surface = surfaces[i];
         const double height = surface.height + shift.metres;
-        reading.mends.push_back(
-            {"height", text("%g hPa at %g m instead of %g m", surface.pressure, height, surface.height), false,
-             {surface.level->groups.first, 1}});
+        reading.mends.push_back({"height",
+                                 text("%g hPa at %g m instead of %g m", surface.pressure, height, surface.height),
+                                 false,
+                                 {surface.level->groups.first, 1}});
         surface.level->values.fields[Corvane::LF_HEIGHT] = height;
     }
 }
@@ -224,9 +225,8 @@ void checkLapseRates(Reading& reading) {
         if (upper.temperature < adiabat - SUPERADIABATIC) {
             doubt(*lower.level, "lapse-rate");
             doubt(*upper.level, "lapse-rate");
-            reading.doubts.push_back(
-                {"lapse-rate", text("%g hPa is %.1f K colder than the dry adiabat from %g hPa", upper.pressure,
-                                    adiabat - upper.temperature, lower.pressure)});
+            reading.doubts.push_back({"lapse-rate", text("%g hPa is %.1f K colder than the dry adiabat from %g hPa",
+                                                         upper.pressure, adiabat - upper.temperature, lower.pressure)});
         }
     }
 }

@@ -27,18 +27,38 @@ struct Word {
     bool tooLong = false;  // the text is cut at MAXIMUM_GROUP_LENGTH
 };
 
+// What a byte means for the words around it.
+enum class Meaning : unsigned char {
+    WORD,             // part of a word
+    SEPARATOR,        // spaces, control characters, bytes above 126
+    CARRIAGE_RETURN,  // a separator that may end a line
+    LINE_FEED,        // a separator that ends a line
+    ALONE,            // a word of its own
+    NOTHING           // dropped
+};
+
+// A table, since every byte of the input is asked: half of the time of cutting with comparisons.
+constexpr std::array<Meaning, 256> MEANINGS = [] {
+    std::array<Meaning, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte) {
+        table[byte] = byte <= ' ' || byte > 126 ? Meaning::SEPARATOR : Meaning::WORD;
+    }
+    table['\r'] = Meaning::CARRIAGE_RETURN;
+    table['\n'] = Meaning::LINE_FEED;
+    for (const char character : {'\x01', '\x02', '\x03', '\x04', '\x1a', '=', ';'}) {
+        table[static_cast<unsigned char>(character)] = Meaning::ALONE;
+    }
+    table[0] = Meaning::NOTHING;
+    return table;
+}();
+
+Meaning meaningOf(char character) {
+    return MEANINGS[static_cast<unsigned char>(character)];
+}
+
 // SOH, STX, ETX, EOT and SUB, the envelope of a bulletin on a circuit.
 bool isEnvelope(char character) {
     return (character >= 1 && character <= 4) || character == 26;
-}
-
-bool isEndOfReport(char character) {
-    return character == '=' || character == ';';
-}
-
-bool separatesWords(char character) {
-    const auto byte = static_cast<unsigned char>(character);
-    return byte <= ' ' || byte > 126;
 }
 
 bool saysSomething(std::string_view word) {
@@ -95,6 +115,10 @@ public:
 
 private:
     bool fill();
+    void pass(std::size_t count) {
+        at += count;
+        position += count;
+    }
     bool readWord();
     void endPendingLines(bool beforeLineFeed);
     void addWord(Word word);
@@ -148,8 +172,7 @@ bool BulletinReader::Cutter::fill() {
     filled = 1;
     const std::streamsize available = input.rdbuf()->in_avail();
     if (available > 0) {
-        input.read(buffer.data() + 1,
-                   std::min(available, static_cast<std::streamsize>(buffer.size()) - 1));
+        input.read(buffer.data() + 1, std::min(available, static_cast<std::streamsize>(buffer.size()) - 1));
         filled += static_cast<std::size_t>(input.gcount());
     }
     return true;
@@ -170,45 +193,48 @@ bool BulletinReader::Cutter::readWord() {
     Word word;
     bool inWord = false;
     while (at < filled || fill()) {
-        const char character = buffer[at];
-        if (character == '\0') {
-            ++at;
-            ++position;
+        const std::size_t first = at;
+        const Meaning meaning = meaningOf(buffer[first]);
+        if (meaning == Meaning::NOTHING) {
+            pass(1);
             continue;
         }
-        const bool alone = isEnvelope(character) || isEndOfReport(character);
-        if (inWord && (alone || separatesWords(character))) {
-            addWord(std::move(word));  // the character is looked at again
+        if (inWord && meaning != Meaning::WORD) {
+            addWord(std::move(word));  // the byte is looked at again
             return true;
         }
-        ++at;
-        ++position;
-        if (character == '\r') {
-            ++carriageReturns;
-            continue;
+        if (carriageReturns > 0 && meaning != Meaning::CARRIAGE_RETURN) {
+            endPendingLines(meaning == Meaning::LINE_FEED);
+        } else if (meaning == Meaning::LINE_FEED) {
+            endPendingLines(true);
         }
-        if (character == '\n' || carriageReturns > 0) {
-            endPendingLines(character == '\n');
-        }
-        if (!alone && separatesWords(character)) {
+        if (meaning != Meaning::WORD && meaning != Meaning::ALONE) {
+            carriageReturns += meaning == Meaning::CARRIAGE_RETURN ? 1 : 0;
+            pass(1);
             continue;
         }
         if (!inWord) {
             inWord = true;
             word.line = line;
-            word.offset = position - 1;
+            word.offset = position;
             word.firstInLine = lineIsEmpty;
         }
-        word.end = position;
-        if (word.text.size() < MAXIMUM_GROUP_LENGTH) {
-            word.text += character;
-        } else {
-            word.tooLong = true;
-        }
-        if (alone) {
+        if (meaning == Meaning::ALONE) {
+            word.text = buffer[first];
+            pass(1);
+            word.end = position;
             addWord(std::move(word));
             return true;
         }
+        std::size_t end = first + 1;
+        while (end < filled && meaningOf(buffer[end]) == Meaning::WORD) {
+            ++end;
+        }
+        const std::size_t room = MAXIMUM_GROUP_LENGTH - word.text.size();
+        word.tooLong = word.tooLong || end - first > room;
+        word.text.append(buffer.data() + first, std::min(end - first, room));
+        pass(end - first);
+        word.end = position;
     }
     if (inWord) {
         addWord(std::move(word));
@@ -217,8 +243,7 @@ bool BulletinReader::Cutter::readWord() {
 }
 
 void BulletinReader::Cutter::addWord(Word word) {
-    const bool alone = word.text.size() == 1 && (isEnvelope(word.text[0]) || isEndOfReport(word.text[0]));
-    if (!alone && !saysSomething(word.text)) {
+    if (meaningOf(word.text[0]) == Meaning::WORD && !saysSomething(word.text)) {
         return;
     }
     lineIsEmpty = false;
@@ -279,8 +304,8 @@ void BulletinReader::Cutter::takeHeading() {
     heading = take().text;
     heading += ' ' + take().text;
     heading += ' ' + take().text;
-    for (const Word* word = peek(0);
-         word != nullptr && word->line == headingLine && isHeadingIndicator(word->text); word = peek(0)) {
+    for (const Word* word = peek(0); word != nullptr && word->line == headingLine && isHeadingIndicator(word->text);
+         word = peek(0)) {
         heading += ' ' + take().text;
     }
 }

@@ -45,9 +45,9 @@ bool writeSurfaces(Work& work, const PartDecoder& decoder) {
         return false;
     }
     const bool lowestTwo = *first == "00" && *reported == "85";
-    const bool belowGround = decoder.groundPressure() != 0.0 &&
-                             decoder.surfacePressure(static_cast<std::size_t>(reported - codes.begin()) - 1) >
-                                 decoder.groundPressure();
+    const bool belowGround =
+        decoder.groundPressure() != 0.0 &&
+        decoder.surfacePressure(static_cast<std::size_t>(reported - codes.begin()) - 1) > decoder.groundPressure();
     if (!lowestTwo && !belowGround) {
         return false;
     }
@@ -140,8 +140,7 @@ bool mendStumble(Work& work, const PartDecoder& decoder) {
         return dropDepression(work, stumble);
     }
     switch (stumble.section) {
-    case Stumble::SURFACES:
-        return stumble.levelIsDue && (closeSurfaces(work, stumble) || writeSurfaces(work, decoder));
+    case Stumble::SURFACES: return stumble.levelIsDue && (closeSurfaces(work, stumble) || writeSurfaces(work, decoder));
     case Stumble::TROPOPAUSES:
     case Stumble::MAXIMUM_WINDS: return stumble.levelIsDue && closeTropopauses(work, stumble);
     case Stumble::SYSTEM: return completeSystem(work, stumble);

@@ -209,9 +209,8 @@ void PartDecoder::decodeRemarks() {
         }
     }
     for (auto& entry : levelStore) {
-        const auto remark = std::find_if(remarks.begin(), remarks.end(), [&](const Remark& candidate) {
-            return candidate.kind == entry.first;
-        });
+        const auto remark = std::find_if(remarks.begin(), remarks.end(),
+                                         [&](const Remark& candidate) { return candidate.kind == entry.first; });
         take(entry.second, {remark->place, remark->count});
     }
     levelStore.clear();
@@ -297,8 +296,8 @@ std::vector<ReadLevel> PartDecoder::takeLevels() {
 // 31313 srrarasasa 8GGgg
 std::string PartDecoder::launch() const {
     const std::string& group = work.at(tailPlace + 2);
-    if (work.at(tailPlace) != "31313" || !hasForm(group, "8dddd") || number(std::string_view(group).substr(1, 2)) > 24 ||
-        number(std::string_view(group).substr(3)) > 59) {
+    if (work.at(tailPlace) != "31313" || !hasForm(group, "8dddd") ||
+        number(std::string_view(group).substr(1, 2)) > 24 || number(std::string_view(group).substr(3)) > 59) {
         return {};
     }
     return group.substr(1);

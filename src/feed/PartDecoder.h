@@ -19,10 +19,10 @@ struct Stumble {
     enum Section { SECTION_1, SURFACES, TROPOPAUSES, MAXIMUM_WINDS, SIGNIFICANT, SYSTEM, TAIL };
 
     Section section = SECTION_1;
-    std::size_t place = 0;       ///< the group in front of the decoder
-    bool levelIsDue = false;     ///< whether a level of the section would begin here
-    std::size_t surface = 0;     ///< in SURFACES: the row of surfaceCodes() that is due
-    bool isImpossible = false;   ///< decoded, but to a value that cannot be: the groups are out of step
+    std::size_t place = 0;      ///< the group in front of the decoder
+    bool levelIsDue = false;    ///< whether a level of the section would begin here
+    std::size_t surface = 0;    ///< in SURFACES: the row of surfaceCodes() that is due
+    bool isImpossible = false;  ///< decoded, but to a value that cannot be: the groups are out of step
     std::string message;
 };
 

@@ -35,7 +35,7 @@ bool hasShapeOfLevelGroup(std::string_view group) {
 
 void joinPieces(Work& work) {
     for (std::size_t place = 0; place < work.size(); ++place) {
-        if (work.at(place) == "61616" || work.at(place) == "62626") {
+        if (hasForm(work.at(place), "61616") || hasForm(work.at(place), "62626")) {
             return;
         }
         const std::size_t count = countPieces(work, place);
@@ -73,8 +73,7 @@ void mendIdOfPartD(Work& work) {
 }
 
 Refusal checkShapes(const Work& work) {
-    for (std::size_t place = lengthOfSection1(work.form()); place < work.size() && !isOpener(work.at(place));
-         ++place) {
+    for (std::size_t place = lengthOfSection1(work.form()); place < work.size() && !isOpener(work.at(place)); ++place) {
         if (!hasShapeOfLevelGroup(work.at(place))) {
             return work.refuse("The group " + work.at(place) + " is neither five digits nor solidi in their place.",
                                place);

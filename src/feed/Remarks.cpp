@@ -58,7 +58,8 @@ bool isValue(Value value, std::string_view text) {
     case Value::TIME6:
     case Value::PRESSURES: return hasForm(text, "dddddd");
     case Value::TIME4: return hasForm(text, "dddd");
-    case Value::WIND: return hasForm(text, "ddddd") || text == "/////" || hasForm(text, "dd///") || hasForm(text, "//ddd");
+    case Value::WIND:
+        return hasForm(text, "ddddd") || text == "/////" || hasForm(text, "dd///") || hasForm(text, "//ddd");
     case Value::HEIGHT: return hasForm(text, "ddd");
     case Value::NONE: break;
     }

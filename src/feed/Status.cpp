@@ -15,6 +15,11 @@ bool isNil(std::string_view group) {
     return group == "NIL" || group == "NILL" || group == "NIL.";
 }
 
+// 88 and 77, with which tropopauses and maximum winds begin.
+bool beginsWithTwo(std::string_view group, char digit) {
+    return group.size() >= 2 && group[0] == digit && group[1] == digit;
+}
+
 }  // namespace
 
 std::size_t lengthOfSection1(Corvane::WMO_MESSAGE_TYPE form) {
@@ -35,7 +40,7 @@ Reading::Status statusOf(const Work& work) {
     for (std::size_t i = body; i < work.size(); ++i) {
         const std::string& group = work.at(i);
         groupsOfFive += group.size() == 5 ? 1 : 0;
-        hasWinds = hasWinds || group.compare(0, 2, "88") == 0 || group.compare(0, 2, "77") == 0;
+        hasWinds = hasWinds || beginsWithTwo(group, '8') || beginsWithTwo(group, '7');
     }
     int nils = 0;
     int words = 0;

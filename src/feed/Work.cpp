@@ -12,11 +12,6 @@ Work::Work(const Part& part) : mends(part.marks), _form(part.form()), _letter(pa
     }
 }
 
-const std::string& Work::at(std::size_t place) const {
-    static const std::string none;
-    return place < groups.size() ? groups[place].text : none;
-}
-
 GroupRange Work::origin(std::size_t place, std::size_t count) const {
     if (place >= groups.size()) {
         return groups.empty() ? GroupRange() : GroupRange{groups.back().origin.first + groups.back().origin.count, 0};

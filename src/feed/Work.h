@@ -38,7 +38,7 @@ public:
 
     std::size_t size() const { return groups.size(); }
     /// The group at a place; an empty text past the end.
-    const std::string& at(std::size_t place) const;
+    const std::string& at(std::size_t place) const { return place < groups.size() ? groups[place].text : none; }
     /// The groups of the part as received that `count` groups from `place` on come from.
     GroupRange origin(std::size_t place, std::size_t count = 1) const;
 
@@ -62,6 +62,8 @@ public:
     std::vector<Mend> mends;
 
 private:
+    inline static const std::string none;
+
     Corvane::WMO_MESSAGE_TYPE _form;
     char _letter;
     std::string _mmmm;

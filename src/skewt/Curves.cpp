@@ -152,7 +152,9 @@ void Picture::bar(double pressure, std::string_view colour) {
     const Point at = map.at(pressure, profile.at(pressure, &Level::temperature));
     const double half = 0.8 * font;
     if (frame.grown(-half).contains(at)) {
-        front.line({at.x - half, at.y}, {at.x + half, at.y}, stroke(colour, 2.2 * hair));
+        const Line line{{at.x - half, at.y}, {at.x + half, at.y}};
+        front.path(line, stroke(colour, 2.2 * hair));
+        labels.keepOff(line);
     }
 }
 

@@ -338,7 +338,9 @@ void Layer::text(Point at, Anchor anchor, std::string_view text, const Face& fac
 bool Layer::textWhereFree(const Box& within, Point at, Anchor anchor, std::string_view text, const Face& face,
                           Clear clear) {
     const Box room = Labels::room(at, anchor, text, face);
-    if (!within.contains(room) || !names->isFree(room, clear)) {
+    const double space = 0.3 * face.size;  // so that two numbers are not read as one
+    if (!within.contains(room) ||
+        !names->isFree({room.left - space, room.top, room.right + space, room.bottom}, clear)) {
         return false;
     }
     this->text(at, anchor, text, face);
