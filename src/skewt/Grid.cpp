@@ -65,7 +65,7 @@ void Picture::isobars() {
 
 void Picture::isotherms() {
     const double step = map.range() < 45.0 ? 5.0 : 10.0;
-    const double coldest = std::floor(map.temperature({frame.left, frame.top}) / step) * step;
+    const double coldest = std::max(-150.0, std::floor(map.temperature({frame.left, frame.top}) / step) * step);
     const double warmest = map.cornerTemperature() + map.range();
     std::vector<double> all;
     for (double temperature = coldest; temperature <= warmest; temperature += step) {
@@ -82,18 +82,17 @@ void Picture::isotherms() {
     }
     background.close();
 
-    // Where an isotherm meets the lower or the upper edge it is named; the even tens first, where not all have room.
+    // Where an isotherm meets the lower or the upper edge it is named; every second or fourth one where not all have
+    // room.
     front.textWhereFree(picture, {frame.right + 0.4 * font, frame.bottom + 1.25 * font}, Anchor::START,
-                        "\xC2\xB0"
-                        "C",
-                        {0.8 * font, false, colours.quiet});
-    const auto rank = [step](double temperature) {
-        return temperature == 0.0                          ? 0
-               : std::fmod(temperature, 4.0 * step) == 0.0 ? 1
-               : std::fmod(temperature, 2.0 * step) == 0.0 ? 2
-                                                           : 3;
-    };
-    std::stable_sort(all.begin(), all.end(), [&](double a, double b) { return rank(a) < rank(b); });
+                        std::string("\xC2\xB0") + 'C', {0.8 * font, false, colours.quiet});
+    double named = step;
+    while (named * map.pixelsPerDegree() < 3.6 * font) {
+        named *= 2.0;
+    }
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [named](double temperature) { return std::fmod(temperature, named) != 0.0; }),
+              all.end());
     const Face face{0.95 * font};
     const Face zero{0.95 * font, true, colours.zero};
     for (const double temperature : all) {

@@ -53,7 +53,7 @@ double characterWidth(std::uint32_t code) {
         return code == 0xB0 || code == 0xB7 || code == 0x2013 ? 0.52 : 1.0;  // degree sign, middle dot, en dash
     }
     const char character = static_cast<char>(code);
-    if (std::string_view(" .,:;'|!ijlIft()[]/-`").find(character) != std::string_view::npos) {
+    if (std::string_view(" .,:;'|!ijlIft()[]/-").find(character) != std::string_view::npos) {
         return 0.42;
     }
     if (std::string_view("mMwW@%").find(character) != std::string_view::npos) {
