@@ -10,10 +10,7 @@ install(TARGETS corvane EXPORT corvaneTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
-install(FILES
-    ${PROJECT_SOURCE_DIR}/include/corvane/Corvane.h
-    ${PROJECT_BINARY_DIR}/include/corvane/Version.h
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvane COMPONENT development)
+install(FILES ${corvane_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvane COMPONENT development)
 
 # ---- CMake package -----------------------------------------------------------------------------------------------
 
