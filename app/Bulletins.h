@@ -31,6 +31,9 @@ public:
     /// is reported, and the others are still read.
     void read(const std::vector<std::string>& files, const corvane::ReadOptions& options, const Handler& handle);
 
+    /// Called by a handler: nothing more is read.
+    void stop() { stopped = true; }
+
     /// Writes the line that counts the parts.
     void summarize() const;
 
@@ -63,6 +66,7 @@ private:
     std::string program;
     bool quiet;
     bool troubled = false;
+    bool stopped = false;
     Counts counts;
 };
 

@@ -103,6 +103,9 @@ int run(const Arguments& arguments) {
                        } else {
                            table.written();
                        }
+                       if (table.error() != 0 || (parts && parts->error() != 0)) {
+                           bulletins.stop();  // a stream may be endless, and nobody gets its rows
+                       }
                    });
     for (const corvane::Sounding& sounding : soundings.soundings()) {
         corvane::table::appendSoundingRows(table.text, sounding);
