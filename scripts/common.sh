@@ -139,7 +139,7 @@ install_missing() {
     optional=()
 }
 
-# ---- folders that only one script at a time may use --------------------------------------------------------------------
+# ---- folders that only one script at a time may use -----------------------------------------------------------------
 
 # lock FOLDER: waits until no other script holds the folder, and holds it until the end of the shell.
 lock() {
@@ -161,7 +161,7 @@ build_folder() {
     lock "$project/$1"
 }
 
-# ---- tests -----------------------------------------------------------------------------------------------------------
+# ---- tests ----------------------------------------------------------------------------------------------------------
 
 # make_locale FOLDER: makes a locale with a decimal comma below the folder, for tests that need one.
 make_locale() {
