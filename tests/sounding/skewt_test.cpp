@@ -8,6 +8,7 @@
 #include "skewt/Profile.h"
 #include "skewt/Scales.h"
 #include "skewt/Svg.h"
+#include "sounding/RealSoundings.h"
 #include "support/Samples.h"
 #include "support/SvgReader.h"
 
@@ -847,6 +848,16 @@ TEST(SkewTPicture, NothingOverlapsOrLeavesItsFrame) {
         for (const SkewTOptions& options : manyOptions()) {
             expectSound(sounding, options);
         }
+    }
+}
+
+TEST(SkewTPicture, NothingOverlapsInRealSoundings) {
+    const std::vector<Sounding>& all = realSoundings();
+    ASSERT_GE(all.size(), 100U);
+    const std::vector<SkewTOptions> options = manyOptions();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        expectSound(all[i], {});
+        expectSound(all[i], options[i % options.size()]);
     }
 }
 
