@@ -32,6 +32,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -1002,7 +1003,8 @@ TEST(SkewTPicture, DarkPictureHasADarkGround) {
 // The definition of SVG 1.1 itself. Debian: w3c-sgml-lib has it, libxml2-utils the program.
 TEST(SkewTPicture, IsValidSvg11) {
 #if defined(CORVANE_SVG_DTD) && defined(CORVANE_XMLLINT)
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "corvane_skewt_test";
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) / ("corvane-svg-" + std::to_string(getpid()));
     std::filesystem::create_directories(folder);
     std::string command = std::string(CORVANE_XMLLINT) + " --nonet --noout --dtdvalid " + CORVANE_SVG_DTD;
     std::vector<Sounding> all = samples();
