@@ -341,8 +341,7 @@ std::string printedPartReadsTheSame(const Reading& reading) {
         return "";
     }
     const std::vector<std::string> groups(reading.groups.begin() + 1, reading.groups.end());
-    if (beginsWithWords(groups) || holdsHeading(groups) ||
-        groups.size() > corvane::MAXIMUM_GROUPS) {
+    if (beginsWithWords(groups) || holdsHeading(groups) || groups.size() > corvane::MAXIMUM_GROUPS) {
         return "";
     }
     const std::vector<Part> parts = partsOf(join(reading.groups) + '=');
