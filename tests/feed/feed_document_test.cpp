@@ -58,7 +58,7 @@ TEST(FeedDocuments, EveryMendIsExplainedAndShown) {
     const std::string document = contentOf(sourceFile("doc/feed.md"));
     std::set<std::string> shown;
     for (const std::string& said : fencedBlocks(document, "said")) {
-        for (const std::string& name : {"mended: ", "lost: ", "doubtful: "}) {
+        for (const std::string name : {"mended: ", "lost: ", "doubtful: "}) {
             const std::size_t at = said.find(name);
             if (at != std::string::npos) {
                 const std::size_t begin = at + name.size();
@@ -66,12 +66,12 @@ TEST(FeedDocuments, EveryMendIsExplainedAndShown) {
             }
         }
     }
-    for (const std::string& mend : {"marks", "join", "elevation", "tail", "id", "level", "closer", "section-7", "gap",
-                                    "depression", "remark", "leftover", "height"}) {
+    for (const std::string mend : {"marks", "join", "elevation", "tail", "id", "level", "closer", "section-7", "gap",
+                                   "depression", "remark", "leftover", "height"}) {
         EXPECT_NE(document.find("### " + mend + '\n'), std::string::npos) << mend;
         EXPECT_EQ(shown.count(mend), 1U) << mend;
     }
-    for (const std::string& check : {"hydrostatic", "tropopause", "lapse-rate"}) {
+    for (const std::string check : {"hydrostatic", "tropopause", "lapse-rate"}) {
         EXPECT_NE(document.find("| `" + check + "` |"), std::string::npos) << check;
     }
 }
