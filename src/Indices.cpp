@@ -231,7 +231,7 @@ public:
     explicit Parcel(const Air& air)
         : start(air),
           lcl(liftedCondensationLevel(air.temperature, air.dewpoint, air.pressure)),
-          ratio(mixingRatio(std::min(air.dewpoint, air.temperature), air.pressure)) {}
+          ratio(mixingRatio(air.dewpoint, air.pressure)) {}
 
     ParcelIndices indices(const Profile& profile) const;
 

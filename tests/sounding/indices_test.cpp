@@ -114,6 +114,18 @@ TEST(Indices, CapeCountsEveryLayerUpToTheEquilibriumLevel) {
     EXPECT_EQ(surface.cin, 0.0) << "what is above the level of free convection inhibits nothing";
 }
 
+TEST(Indices, NoEquilibriumLevelWhereTheSoundingEndsInTheHighestLayer) {
+    const auto difference = [](double pressure) {
+        if (pressure > 500.0) {
+            return 3.0;
+        }
+        return pressure > 400.0 ? -2.0 : 1.0;
+    };
+    const ParcelIndices surface = indicesOf(coldBy(difference, 300.0)).surface;
+    EXPECT_TRUE(std::isnan(surface.elPressure));
+    EXPECT_NEAR(surface.cape, 287.04 * (3.0 * std::log(2.0) + std::log(4.0 / 3.0)), 3.0) << "up to the top";
+}
+
 TEST(Indices, WarmerAirThanTheParcelEverywhereHasNeitherCapeNorCin) {
     const ParcelIndices surface = indicesOf(coldBy([](double) { return -2.0; }, 300.0)).surface;
     EXPECT_EQ(surface.lclPressure, 1000.0);
@@ -334,6 +346,17 @@ TEST(Indices, LevelsBelowTheGroundCountForNothing) {
     }
 }
 
+TEST(Indices, LevelsMarkedAsBelowTheGroundCountForNothingWithoutASurface) {
+    Sounding sounding =
+        soundingWith({levelAt(1000.0, 25.0, 20.0), levelAt(925.0, 20.0, 15.0), levelAt(500.0, -15.0, -30.0)});
+    for (SoundingLevel& level : sounding.levels) {
+        level.kinds = SoundingLevel::MANDATORY;
+    }
+    EXPECT_EQ(indicesOf(sounding).surface.pressure, 1000.0) << "the lowest level is the ground";
+    sounding.levels[0].belowGround = true;
+    EXPECT_EQ(indicesOf(sounding).surface.pressure, 925.0);
+}
+
 // ---- soundings that no atmosphere has ------------------------------------------------------------------------------
 
 bool hasNothing(const Indices& indices) {
@@ -393,6 +416,28 @@ TEST(Indices, ALevelThatIsNotAboveTheOneBeforeItCountsForNothing) {
     table::appendIndices(expected, indicesOf(soundingWith(levels)));
     table::appendIndices(found, indicesOf(soundingWith(repeated)));
     EXPECT_EQ(found, expected);
+}
+
+TEST(Indices, WhatNoAtmosphereHasIsNotGiven) {
+    const auto shearWith = [](double direction, double speed) {
+        return indicesOf(soundingWith({windAt(1000.0, 0.0, 180.0, 5.0), windAt(300.0, 9000.0, direction, speed)}))
+            .shear0To6Km;
+    };
+    EXPECT_FALSE(std::isnan(shearWith(360.0, 20.0)));
+    EXPECT_FALSE(std::isnan(shearWith(0.0, 1000.0)));
+    EXPECT_TRUE(std::isnan(shearWith(361.0, 20.0)));
+    EXPECT_TRUE(std::isnan(shearWith(-1.0, 20.0)));
+    EXPECT_TRUE(std::isnan(shearWith(270.0, 1001.0)));
+    EXPECT_TRUE(std::isnan(shearWith(270.0, -1.0)));
+    const auto parcelOf = [](double pressure, double temperature, double dewpoint) {
+        return indicesOf(soundingWith({levelAt(pressure, temperature, dewpoint)})).surface.pressure;
+    };
+    EXPECT_EQ(parcelOf(1000.0, 55.0, 50.0), 1000.0);
+    EXPECT_TRUE(std::isnan(parcelOf(1000.0, 60.0, 55.0))) << "0.116 kg/kg";
+    EXPECT_TRUE(std::isnan(parcelOf(1000.0, 101.0, 20.0)));
+    EXPECT_TRUE(std::isnan(parcelOf(1000.0, -40.0, -151.0)));
+    EXPECT_TRUE(std::isnan(parcelOf(2001.0, 20.0, 10.0)));
+    EXPECT_TRUE(std::isnan(parcelOf(0.009, -90.0, -100.0)));
 }
 
 TEST(Indices, DewPointAboveTheTemperatureIsSaturation) {

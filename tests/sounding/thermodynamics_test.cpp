@@ -138,6 +138,10 @@ TEST(Thermodynamics, ThetaEIsThePotentialTemperatureWithoutItsWater) {
     EXPECT_NEAR(equivalentPotentialTemperature(20.0, -80.0, 800.0), dryAdiabat(20.0, 800.0, 1000.0) + 273.15, 0.01);
 }
 
+TEST(Thermodynamics, ThetaEOfADewPointAboveTheTemperatureIsThatOfSaturation) {
+    EXPECT_EQ(equivalentPotentialTemperature(20.0, 23.0, 900.0), equivalentPotentialTemperature(20.0, 20.0, 900.0));
+}
+
 TEST(Thermodynamics, ThetaEDoesNotChangeOnTheWayToCondensation) {
     const CondensationLevel lcl = liftedCondensationLevel(28.0, 19.0, 990.0);
     const double aloft = equivalentPotentialTemperature(lcl.temperature, lcl.temperature, lcl.pressure);
@@ -223,6 +227,8 @@ TEST(Thermodynamics, PressuresWithAnInfiniteQuotientAreAPathOfManySteps) {
 
 TEST(Thermodynamics, WhatTheFormulasCannotTakeGivesNaN) {
     EXPECT_TRUE(std::isnan(mixingRatio(100.0, 500.0)));
+    EXPECT_TRUE(std::isnan(mixingRatio(100.0, 1000.0)));
+    EXPECT_TRUE(std::isnan(dewpointOfMixingRatio(0.5, 1e9))) << "more than the formula's limit at any temperature";
     EXPECT_TRUE(std::isnan(mixingRatio(10.0, 0.0)));
     EXPECT_TRUE(std::isnan(mixingRatio(10.0, -1000.0)));
     EXPECT_TRUE(std::isnan(dewpointOfMixingRatio(0.0, 1000.0)));
