@@ -299,7 +299,7 @@ bool BulletinReader::Cutter::isHeading() {
     }
     const std::uint64_t headingLine = word->line;
     word = peek(1);
-    if (word == nullptr || word->line != headingLine || !hasForm(word->text, "@@@@")) {
+    if (word == nullptr || !hasForm(word->text, "@@@@")) {
         return false;
     }
     word = peek(2);
