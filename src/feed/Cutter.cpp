@@ -72,12 +72,10 @@ bool saysSomething(std::string_view word) {
 }
 
 // A group of five digits and solidi inside punctuation, such as (85489 or 85489. or '85489'; empty for another word.
+// The word says something.
 std::string_view groupInMarks(std::string_view word) {
     constexpr std::string_view MARKS = "!\"'*#.,:<>()[]\\";
     const std::size_t first = word.find_first_not_of(MARKS);
-    if (first == std::string_view::npos) {
-        return {};
-    }
     const std::string_view inside = word.substr(first, word.find_last_not_of(MARKS) - first + 1);
     return inside.size() < word.size() && inside.size() == 5 && isDigitsAndSolidi(inside) ? inside : std::string_view();
 }
@@ -301,7 +299,7 @@ bool BulletinReader::Cutter::isHeading() {
     }
     const std::uint64_t headingLine = word->line;
     word = peek(1);
-    if (word == nullptr || word->line != headingLine || !hasForm(word->text, "@@@@")) {
+    if (word == nullptr || !hasForm(word->text, "@@@@")) {
         return false;
     }
     word = peek(2);

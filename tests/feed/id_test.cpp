@@ -130,13 +130,24 @@ TEST(Id, AReadingWithGroupsLeftOverGivesWayToOneWithout) {
     EXPECT_EQ(rowsOf(part).size(), 12U);
 }
 
+// With Id 5 these are 30 hPa at 23,710 m and -59.1 degrees, 20 hPa at 20.4 and 10 hPa at 7.0 degrees. With Id 2 they
+// are 30 hPa with a wind from 200 degrees and 20 hPa at -10.1 degrees with a wind from 070 degrees.
 TEST(Id, TwoThatFitEquallyWellAreAmbiguous) {
-    // Under Id 9, 8 and 7 alike one group too many stands after 1000 hPa ...
-    const std::string part = "TTCC 28236 54511 70858 725// 50058 671// 30058 671// 20058 671// 10058 671// 88999 77999";
-    EXPECT_EQ(mendsOf(part), Lines{"id: 28236 read as 2823/"});
-    // A wind at 70 hPa, 500 = 05 knots from 055, could be 50 hPa: either fits.
-    const std::string two = "TTCC 28236 54511 70858 725// 50058 671// 30371 30371 591// 20631 495// 88999 77999";
-    EXPECT_EQ(statusOf(two), "refused");
+    const std::string part =
+        "TTCC 28237 54511 70858 725// 24516 50058 671// 09010 30371 591// 20015 20495 10126 07015 88999 77999";
+    EXPECT_EQ(reasonOf(part),
+              "The last wind indicator (Id) is wrong, and two others fit equally well. Error detected at 28237 "
+              "54511 70858 725// 24516 50058 ...");
+    EXPECT_EQ(readOnly(part).fault.first, 0U);
+    EXPECT_EQ(rowsOf(with(part, "28237", "28235")).size(), 5U);
+    EXPECT_EQ(rowsOf(with(part, "28237", "28232")).size(), 4U);
+}
+
+// Several that give the same levels are no choice: the one that reaches least is taken.
+TEST(Id, TwoThatGiveTheSameLevelsAreNotAmbiguous) {
+    EXPECT_EQ(mendsOf("TTCC 28236 54511 70858 725// 50058 671// 88999 77999"), Lines{"id: 28236 read as 2823/"});
+    EXPECT_EQ(mendsOf("TTCC 2823/ 54511 70858 725// 24516 50058 671// 09010 88999 77999"),
+              Lines{"id: 2823/ read as 28235"});
 }
 
 TEST(Id, SurfacesBelowTheGroundAndIdTogether) {

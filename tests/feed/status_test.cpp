@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 namespace {
@@ -114,6 +115,26 @@ TEST(Status, AnEmptyPartHasItsStation) {
     EXPECT_EQ(reading.hour, 0);
     EXPECT_TRUE(reading.levels.empty());
     EXPECT_TRUE(reading.mends.empty());
+}
+
+// A part need not come from the cutter, and nothing that it holds makes the reading throw.
+TEST(Status, AnyPartCanBeRead) {
+    EXPECT_EQ(corvane::read(corvane::Part()).status, Reading::EMPTY);
+    for (const std::string mmmm : {"", "T", "TT", "TTAA", "TTBB", "TTXX", "QQAA", "UUCC", "IIDD", "XXBB", "A", "D"}) {
+        for (const std::string group :
+             {"", "/", "0", "99", "31313", "62626", "88", "21212", "TTBB", "REL", "12345", "a b"}) {
+            for (const std::size_t count : {1U, 3U, 9U, 40U}) {
+                corvane::Part part;
+                part.mmmm = mmmm;
+                for (const std::string first : {"28231", "54511", "99123", "70123", "12345", "12345"}) {
+                    part.groups.push_back({first, 0, 0});
+                }
+                part.groups.resize(6 + count, {group, 0, 0});
+                const Reading reading = corvane::read(part);
+                EXPECT_EQ(reading.status == Reading::REFUSED, !reading.reason.empty());
+            }
+        }
+    }
 }
 
 }  // namespace
