@@ -94,7 +94,7 @@ void Bulletins::readInput(std::istream& input, const std::string& name, const co
     }
 }
 
-void Bulletins::report(const corvane::Part& part, const corvane::Reading& reading) {
+void Bulletins::report(const corvane::Part& part, const corvane::Reading& reading) const {
     std::string beginning = part.source + ':' + std::to_string(part.line) + ": " + part.mmmm;
     if (!reading.station.empty()) {
         beginning += ' ' + reading.station;

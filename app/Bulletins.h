@@ -31,6 +31,10 @@ public:
     /// is reported, and the others are still read.
     void read(const std::vector<std::string>& files, const corvane::ReadOptions& options, const Handler& handle);
 
+    /// Says what was done to a part, in a line for each mend, loss, doubt and refusal. read() does so unless it says
+    /// little.
+    void report(const corvane::Part& part, const corvane::Reading& reading) const;
+
     /// Writes the line that counts the parts.
     void summarize() const;
 
@@ -45,7 +49,6 @@ public:
 private:
     void readInput(std::istream& input, const std::string& name, const corvane::ReadOptions& options,
                    const Handler& handle, bool live, double bytes);
-    void report(const corvane::Part& part, const corvane::Reading& reading);
     void count(const corvane::Reading& reading);
     void say(const std::string& line) const;
 

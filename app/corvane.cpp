@@ -23,12 +23,13 @@ bool isWhiteSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-// The words that a descriptor gives, each with one blank behind it, and one blank more when the input does not end in a
-// word.
+// The words that a descriptor gives, each followed by one space, and one more space unless the input ends in a word.
+// The decoder finds the same groups in the text as it is: the program promises to hand over joined words, but nothing
+// it writes can show that it does.
 std::string gatherReport(int descriptor, const std::string& name) {
     std::string text;
     bool inWord = false;
-    std::array<char, 4096> buffer;  // most reports fit, and a larger one costs more pages than it saves reads
+    std::array<char, 4096> buffer;  // most reports fit; a larger buffer touches more pages than it saves reads
     while (true) {
         const ssize_t length = read(descriptor, buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR) {
@@ -54,7 +55,7 @@ std::string gatherReport(int descriptor, const std::string& name) {
     }
 }
 
-// A file that cannot be opened is an empty report; one that cannot be read is not.
+// A file that cannot be opened counts as an empty report; one that cannot be read is a fault.
 std::string gatherReportOf(const char* file) {
     const int descriptor = open(file, O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) {
@@ -72,13 +73,11 @@ void csv(const Corvane& decoder) {
 }
 
 int corvaneProgram(int argc, char** argv) {
-    // Nothing is shared with C streams and no stream waits for another: less to set up, and fewer writes.
+    // C streams are not used here; not sharing buffers with them saves a system call.
     std::ios_base::sync_with_stdio(false);
-    std::cin.tie(nullptr);
-    std::cerr.tie(nullptr);
 
     if (argc > 2) {
-        // On standard output, not on standard error; meant.
+        // Deliberately on standard output, not on standard error.
         std::cout << "Usage:" << std::endl
                   << "   " << argv[0] << " file" << std::endl
                   << "   " << argv[0] << " < file" << std::endl

@@ -104,10 +104,10 @@ int run(const Arguments& arguments) {
                            table.written();
                        }
                    });
-    for (const corvane::Sounding& sounding : soundings.soundings()) {
+    soundings.forEach([&table](const corvane::Sounding& sounding) {
         corvane::table::appendSoundingRows(table.text, sounding);
         table.written();
-    }
+    });
     table.flush();
     if (table.error() != 0) {
         bulletins.trouble("standard output", table.error());

@@ -10,10 +10,7 @@ install(TARGETS corvane EXPORT corvaneTargets
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
-install(FILES
-    ${PROJECT_SOURCE_DIR}/include/corvane/Corvane.h
-    ${PROJECT_BINARY_DIR}/include/corvane/Version.h
-    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvane COMPONENT development)
+install(FILES ${corvane_headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/corvane COMPONENT development)
 
 # ---- CMake package -----------------------------------------------------------------------------------------------
 
@@ -47,6 +44,9 @@ if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
 else()
     set(corvane_pc_includedir "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
+foreach(directory IN ITEMS prefix libdir includedir)  # pkg-config reads a blank with a backslash
+    string(REPLACE " " "\\ " corvane_pc_${directory} "${corvane_pc_${directory}}")
+endforeach()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/corvane.pc.in ${PROJECT_BINARY_DIR}/cmake/corvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/corvane.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
@@ -65,12 +65,16 @@ set(corvane_documents development)
 if(CORVANE_PROGRAM)
     set(corvane_documents program)
 endif()
-install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${corvane_documents})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/doc DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT ${corvane_documents}
+set(corvane_docdir ${CMAKE_INSTALL_DATAROOTDIR}/doc/corvane)
+if(CORVANE_TOP_LEVEL)
+    set(corvane_docdir ${CMAKE_INSTALL_DOCDIR})  # named after a project around this one, if there is one
+endif()
+install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${corvane_docdir} COMPONENT ${corvane_documents})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/doc DESTINATION ${corvane_docdir} COMPONENT ${corvane_documents}
     FILES_MATCHING PATTERN "*.md")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${corvane_docdir}
     COMPONENT ${corvane_documents}
-    REGEX "\\.(sh|py|R)$" PERMISSIONS
+    REGEX "/(archive-.*\\.sh|read_table\\..*)$" PERMISSIONS
         OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
 # ---- packages ----------------------------------------------------------------------------------------------------

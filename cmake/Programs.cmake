@@ -55,6 +55,6 @@ function(corvane_add_program name)
     if(CORVANE_INSTALL)
         install(TARGETS ${target} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
         install(FILES ${PROJECT_SOURCE_DIR}/doc/${name}.1
-            DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program)
+            DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT program OPTIONAL)
     endif()
 endfunction()

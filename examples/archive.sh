@@ -53,7 +53,7 @@ decode='
         [ -s "$result.err.new" ] || echo "no message" >"$result.err.new"
         mv "$result.err.new" "$result.err"
         rm -f "$result.csv" "$result.csv.new"
-        printf "refused %s.err:%s\n" "$name" "$(tr -s "\n" " " <"$result.err" | sed "s/ $//")"
+        printf "refused %s.err:%s\n" "$name" "$(sed "s/^ *//" "$result.err" | tr "\n" " " | sed "s/ $//")"
         ;;
     *)  # nothing is known about the report
         rm -f "$result.csv.new" "$result.err.new"

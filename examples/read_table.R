@@ -9,7 +9,7 @@ if (length(files) == 0) {
     writeLines(usage, stderr())
     quit(status = 2)
 }
-if (files[1] %in% c("-h", "--help", "--usage")) {
+if (files[1] %in% c("-h", "--help")) {
     writeLines(usage)
     quit(status = 0)
 }

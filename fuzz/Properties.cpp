@@ -24,7 +24,7 @@ namespace {
 
 using Level = Corvane::Level;
 
-// The text that is being looked at, for the message of a violation.
+// The text being checked, for the message of a violation.
 const std::string* currentText = nullptr;
 
 std::string printable(const std::string& text) {
@@ -277,7 +277,7 @@ void levelsAscendByKind(const Corvane& report) {
             violated(PROPERTY, "a level of kind " + std::to_string(all[i].type) + " is filed");
         }
         if (i > 0 && all[i].type < all[i - 1].type) {
-            violated(PROPERTY, all[i].name() + " behind " + all[i - 1].name());
+            violated(PROPERTY, all[i].name() + " after " + all[i - 1].name());
         }
     }
     std::vector<Level> kindByKind;
@@ -293,7 +293,7 @@ void levelsAscendByKind(const Corvane& report) {
 void levelsKeepFilingOrder(const HaltedReport& whole, const std::vector<std::string>& groups) {
     static const char* const PROPERTY = "levels keep their filing order";
     const std::vector<Level> all = whole.allLevels();
-    // A handful of cuts, at other places in reports of other lengths.
+    // A few cuts, at different places in reports of different lengths.
     const std::size_t stride = groups.size() / 3 + 1;
     for (std::size_t cut = groups.size() % stride; cut < groups.size(); cut += stride) {
         const HaltedReport head({groups.begin(), groups.begin() + static_cast<std::ptrdiff_t>(cut)});
@@ -305,7 +305,7 @@ void levelsKeepFilingOrder(const HaltedReport& whole, const std::vector<std::str
                 counterpart =
                     std::find_if(all.begin(), all.end(), [&](const Level& other) { return other.type == level->type; });
             }
-            // The cut may stand between a maximum wind and its shears, and these may be too short to be read.
+            // The cut may be between a maximum wind and its shears, and these may be too short to be read.
             const bool mayLackShears = isLastOfKind && level->type == Corvane::LT_MAXWIND && !hasShears(*level);
             if (counterpart == all.end() || counterpart->type != level->type) {
                 if (mayLackShears && whole.end != End::DECODED) {
@@ -348,7 +348,7 @@ void profileIsMergedAndAscends(const Corvane& report) {
             violated(PROPERTY, "a level without a pressure");
         }
         if (previous != nullptr && !(*previous < pressure->second)) {
-            violated(PROPERTY, std::to_string(pressure->second) + " behind " + std::to_string(*previous));
+            violated(PROPERTY, std::to_string(pressure->second) + " after " + std::to_string(*previous));
         }
         previous = &pressure->second;
         const auto merged = expected.find(pressure->second);
@@ -427,7 +427,7 @@ void queueIsTheRestOfTheReport(const HaltedReport& halted, const std::vector<std
     if (halted.end == End::DECODED && !halted.remainingGroups().empty()) {
         violated(PROPERTY, "groups are left");
     }
-    // Joined groups stay joined, so that the characters are compared and not the groups.
+    // Joined groups stay joined, so the characters are compared and not the groups.
     const std::vector<std::string> rest(halted.remainingGroups().begin(), halted.remainingGroups().end());
     if (!endsWith(concatenated(groups), concatenated(rest))) {
         violated(PROPERTY, concatenated(rest));
@@ -461,7 +461,7 @@ void everythingHolds(const std::string& text) {
         }
         tokensAreTheSplitText(*outcome.report, text);
     }
-    // These hold for what a faulty report gave up to its fault, too.
+    // These also hold for what a faulty report gives up to its fault.
     levelsAscendByKind(halted);
     levelsKeepFilingOrder(halted, groups);
     profileIsMergedAndAscends(halted);

@@ -1,5 +1,5 @@
-// What holds for every text, however garbled. Each function ends the process with a message when it does not hold, so
-// that a fuzzer and a plain test run take notice of it alike.
+// What holds for every text, however garbled. Each function ends the process with a message when its property does not
+// hold, so that a fuzzer and a plain test run notice it alike.
 #ifndef CORVANE_FUZZ_PROPERTIES_H
 #define CORVANE_FUZZ_PROPERTIES_H
 
@@ -15,7 +15,7 @@
 
 namespace fuzz {
 
-// Ends the process, naming the property, what is wrong and the text that is being looked at.
+// Ends the process, naming the property, what is wrong and the text being checked.
 [[noreturn]] void violated(const char* property, const std::string& what);
 
 // How the constructor ended.
@@ -30,15 +30,14 @@ class OpenReport : public Corvane {
 public:
     explicit OpenReport(std::string text) : Corvane(std::move(text)) {}
 
-    // Whether two objects cannot be told apart, numbers compared bit for bit.
+    // Whether two objects are the same, numbers compared bit for bit.
     bool isSameAs(const OpenReport& other) const;
 
 protected:
     OpenReport() = default;
 };
 
-// A report decoded as the constructor does it, but from groups, and with everything kept that stands when a fault ends
-// the decoding.
+// A report decoded as the constructor does it, but from groups, and with its state kept when a fault ends the decoding.
 class HaltedReport : public OpenReport {
 public:
     explicit HaltedReport(const std::vector<std::string>& groups);
@@ -62,10 +61,10 @@ Outcome decode(const std::string& text);
 // The words between the white space of the classic locale.
 std::vector<std::string> wordsOf(const std::string& text);
 
-// The groups that a report of this text has: its words less every "=", and less the first "=" in each of the others.
+// The groups of a report with this text: its words without those that are "=", and without the first "=" in the others.
 std::vector<std::string> groupsOf(const std::string& text);
 
-// The same words with other white space before, between and behind them.
+// The same words with other white space before, between and after them.
 std::string respaced(const std::string& text);
 
 // tokens() equals an independent split of the text.
@@ -74,12 +73,12 @@ void tokensAreTheSplitText(const Corvane& report, const std::string& text);
 // Levels ascend by kind, and levels() gives the same ones kind by kind. No level is of kind LT_GENERIC.
 void levelsAscendByKind(const Corvane& report);
 
-// Every group adds its levels behind those of the groups before it: a report cut short holds, kind by kind, the first
+// Every group files its levels after those of the groups before it: a report cut short holds, kind by kind, the first
 // levels of the whole one.
 void levelsKeepFilingOrder(const HaltedReport& whole, const std::vector<std::string>& groups);
 
 // The profile ascends strictly in pressure; its levels are LT_GENERIC; its pressures are those of the surface, the
-// standard and the significant levels, none missing and none more; each quantity is that of the prevailing level.
+// standard and the significant levels, no fewer and no more; each quantity is that of the prevailing level.
 void profileIsMergedAndAscends(const Corvane& report);
 
 // The dump has a line for each level of the profile.
@@ -91,13 +90,13 @@ void tableHasARowForEachLevel(const std::string& table, const Corvane& report);
 // The table that csv() writes.
 std::string tableOf(const Corvane& report);
 
-// A fault that is a text ends with the context it promises: up to six groups from the first one not taken.
+// A fault with a text ends with its context: up to six groups from the first one not taken.
 void faultShowsItsPlace(const HaltedReport& halted);
 
-// What is left of the queue is the end of the report, nothing after a decoding without a fault.
+// The queue holds the end of the report, and nothing when there was no fault.
 void queueIsTheRestOfTheReport(const HaltedReport& halted, const std::vector<std::string>& groups);
 
-// Two decodings came to the same end: the same fault, or objects that cannot be told apart.
+// Two decodings end alike: with the same fault, or with the same report.
 void outcomesAgree(const char* property, const Outcome& first, const Outcome& second);
 
 // All of the above for one text.

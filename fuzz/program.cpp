@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-// Something of the harness fails, not of the program.
+// The harness fails, not the program.
 [[noreturn]] void cannot(const char* what) {
     std::fprintf(stderr, "corvane: cannot %s: %s\n", what, std::strerror(errno));
     std::abort();
@@ -58,12 +58,12 @@ public:
     int descriptor;
 };
 
-// Standard input led to a descriptor while the object lives.
+// Connects standard input to a descriptor while the object lives.
 class StandardInput {
 public:
     explicit StandardInput(int descriptor) : previous(dup(STDIN_FILENO)) {
         if (dup2(descriptor, STDIN_FILENO) < 0) {
-            cannot("lead standard input elsewhere");
+            cannot("redirect standard input");
         }
     }
 
@@ -85,7 +85,7 @@ private:
 
 struct Run {
     int exitStatus = -1;
-    bool ended = true;  // false when a group too short for what is read from it ended the program abnormally
+    bool ended = true;  // false when a group too short to be read ends the program abnormally
     std::string output;
     std::string errors;
 };
@@ -123,10 +123,10 @@ void runMeets(const char* way, const Run& run, const fuzz::Outcome& outcome) {
     switch (outcome.end) {
     case fuzz::End::DECODED:
         if (!run.ended || run.exitStatus != 0) {
-            fuzz::violated(way, "the exit status of a sound report is " + std::to_string(run.exitStatus));
+            fuzz::violated(way, "the exit status of a good report is " + std::to_string(run.exitStatus));
         }
         if (!run.errors.empty()) {
-            fuzz::violated(way, "a message about a sound report: " + run.errors);
+            fuzz::violated(way, "a message about a good report: " + run.errors);
         }
         fuzz::tableHasARowForEachLevel(run.output, *outcome.report);
         break;
@@ -143,13 +143,13 @@ void runMeets(const char* way, const Run& run, const fuzz::Outcome& outcome) {
         break;
     case fuzz::End::TOO_SHORT:
         if (run.ended || !run.output.empty() || !run.errors.empty()) {
-            fuzz::violated(way, "a group too short does not end the program: " + run.output + run.errors);
+            fuzz::violated(way, "a group too short to be read does not end the program: " + run.output + run.errors);
         }
         break;
     }
 }
 
-// The text behind as much white space as puts the end of the program's read buffer at this place of it.
+// The text after as much white space as puts the end of the program's read buffer at this place of the text.
 std::string shifted(const std::string& content, std::size_t border) {
     constexpr std::size_t BUFFER = 4096;
     return std::string(BUFFER - border % BUFFER, '\n') + content;

@@ -6,6 +6,8 @@
 
 namespace corvane::code {
 
+constexpr double METRES_IN_A_FOOT = 0.3048;
+
 /// No winds aloft, or none in part C.
 constexpr int NO_WINDS = 9999;
 /// The indicator is not defined for the part.
@@ -20,14 +22,14 @@ struct LastWind {
 
 constexpr std::array<LastWind, 10> LAST_WINDS{{
     {'/', NO_WINDS, NO_WINDS},
-    {'0', 1000, 0},  // part C: below every surface's pressure, so that all carry a wind; deliberate
+    {'0', 1000, 0},  // part C: deliberate: below the pressure of every surface, so that all have a wind
     {'1', 100, 10},
     {'2', 200, 20},
     {'3', 300, 30},
     {'4', 400, NO_ENTRY},
     {'5', 500, 50},
     {'7', 700, 70},
-    {'8', 800, NO_ENTRY},  // 800, not 850; deliberate
+    {'8', 800, NO_ENTRY},  // deliberate: 800, not 850
     {'9', 925, NO_ENTRY},
 }};
 

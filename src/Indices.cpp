@@ -15,8 +15,14 @@ namespace {
 
 constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 
-// The longest step of an integral, in ln p: 5 hPa at 1000 hPa. The areas are then right to 0.01 %.
-constexpr double LONGEST_STEP = 0.005;
+// What pressures of an atmosphere lie between, hPa.
+constexpr double LOWEST_PRESSURE = 0.01;
+constexpr double HIGHEST_PRESSURE = 2000.0;
+
+// The steps of an integral through a layer between two levels: at most this long in ln p, which is 10 hPa at 1000 hPa,
+// and at least this many, because dew points may change a lot in a thin layer.
+constexpr double LONGEST_STEP = 0.01;
+constexpr int FEWEST_STEPS = 4;
 
 // The standard surfaces that indices are read at, hPa.
 constexpr double LOW = 850.0;
@@ -55,6 +61,7 @@ public:
     }
 
     const std::vector<Point>& all() const { return points; }
+    double top() const { return points.back().at; }
     bool spans(double at) const { return !points.empty() && at >= points.front().at && at <= points.back().at; }
 
     // The point above a place or at it. The place is one that the curve spans.
@@ -122,17 +129,17 @@ struct Profile {
 double upperLimitOfPressure(const Sounding& sounding) {
     for (const SoundingLevel& level : sounding.levels) {
         if ((level.kinds & SoundingLevel::SURFACE) != 0 && !level.belowGround &&
-            isBetween(level.pressure, 0.0, 2000.0)) {
-            return std::nextafter(level.pressure, 2000.0);
+            isBetween(level.pressure, LOWEST_PRESSURE, HIGHEST_PRESSURE)) {
+            return std::nextafter(level.pressure, HIGHEST_PRESSURE);
         }
     }
-    return 2000.0;
+    return HIGHEST_PRESSURE;
 }
 
 Profile::Profile(const Sounding& sounding) {
     double previous = upperLimitOfPressure(sounding);
     for (const SoundingLevel& level : sounding.levels) {
-        if (level.belowGround || !isBetween(level.pressure, 0.0, previous)) {
+        if (level.belowGround || !isBetween(level.pressure, LOWEST_PRESSURE, previous)) {
             continue;
         }
         previous = level.pressure;
@@ -142,7 +149,8 @@ Profile::Profile(const Sounding& sounding) {
         const bool hasDewpoint =
             isBetween(level.dewpoint, -150.0, 100.0) && mixingRatio(level.dewpoint, level.pressure) < 0.1;
         const bool hasHeight = isBetween(level.height, -200000.0, 200000.0);
-        const bool hasWind = level.windSpeed >= 0.0 && level.windSpeed <= 1000.0 && std::isfinite(level.windDirection);
+        const bool hasWind = level.windSpeed >= 0.0 && level.windSpeed <= 1000.0 && level.windDirection >= 0.0 &&
+                             level.windDirection <= 360.0;
         if (hasTemperature) {
             temperature.add(at, level.temperature);
         }
@@ -157,8 +165,7 @@ Profile::Profile(const Sounding& sounding) {
         }
         Wind wind;
         if (hasWind) {
-            const double degree = std::acos(-1.0) / 180.0;
-            const double direction = std::fmod(level.windDirection, 360.0) * degree;
+            const double direction = level.windDirection * std::acos(-1.0) / 180.0;
             wind = {-level.windSpeed * std::sin(direction), -level.windSpeed * std::cos(direction)};
             if (hasHeight) {
                 eastward.add(level.height, wind.eastward);
@@ -206,10 +213,10 @@ std::vector<double> Profile::kinks(double from, double to) const {
     return places;
 }
 
-// Calls a function with places from one to another, both included, that are at most a step apart.
+// Calls a function with the places of the steps from one place to another, both included.
 template <typename Function>
 void inSteps(double from, double to, Function function) {
-    const int steps = 1 + static_cast<int>((to - from) / LONGEST_STEP);
+    const int steps = std::max(FEWEST_STEPS, 1 + static_cast<int>((to - from) / LONGEST_STEP));
     for (int step = 0; step < steps; ++step) {
         function(from + (to - from) * step / steps);
     }
@@ -255,7 +262,7 @@ private:
 std::vector<Point> Parcel::buoyancy(const Profile& profile) const {
     const double from = axis(start.pressure);
     const double condensation = axis(lcl.pressure);
-    const double to = profile.temperature.all().back().at;
+    const double to = profile.temperature.top();
     std::vector<double> places = profile.kinks(from, to);
     if (isBetween(condensation, from, to)) {
         places.insert(std::upper_bound(places.begin(), places.end(), condensation), condensation);
@@ -337,7 +344,7 @@ ParcelIndices Parcel::indices(const Profile& profile) const {
         return result;
     }
     result.lfcPressure = pressureAt(largest->bottom);
-    if (highest->top < profile.temperature.all().back().at) {
+    if (highest->top < profile.temperature.top()) {
         result.elPressure = pressureAt(highest->top);
     }
     for (const Layer& layer : all) {
@@ -384,40 +391,60 @@ double wetBulbZero(const Profile& profile) {
     if (profile.air.empty()) {
         return NONE;
     }
-    const double from = axis(profile.air.front().pressure);
-    const double to = std::min(profile.temperature.all().back().at, profile.dewpoint.all().back().at);
-    std::vector<Point> points;
-    const std::vector<double> places = profile.kinks(from, to);
+    const auto isBelowZero = [&profile](double at) {
+        const double temperature = profile.temperature(at);
+        const double dewpoint = profile.dewpoint(at);
+        // The wet-bulb temperature is between the two, so that it is rarely needed.
+        if ((temperature < 0.0) == (dewpoint < 0.0)) {
+            return temperature < 0.0;
+        }
+        return wetBulbTemperature(temperature, dewpoint, pressureAt(at)) < 0.0;
+    };
+    const double bottom = axis(profile.air.front().pressure);
+    const double top = std::min(profile.temperature.top(), profile.dewpoint.top());
+    if (isBelowZero(bottom)) {
+        return NONE;
+    }
+    double above = bottom;  // where the wet-bulb temperature is not yet below 0
+    double below = NONE;    // where it is
+    const std::vector<double> places = profile.kinks(bottom, top);
     for (std::size_t upper = 1; upper < places.size(); ++upper) {
         inSteps(places[upper - 1], places[upper], [&](double at) {
-            if (points.empty() || points.back().value >= 0.0) {
-                points.push_back(
-                    {at, wetBulbTemperature(profile.temperature(at), profile.dewpoint(at), pressureAt(at))});
+            if (std::isnan(below)) {
+                (isBelowZero(at) ? below : above) = at;
             }
         });
     }
-    return firstFallBelowZero(points);
-}
-
-// The integral of the specific humidity over p / g, in kg/m2, which are millimetres of water.
-double precipitableWater(const Curve& dewpoint) {
-    const std::vector<Point>& points = dewpoint.all();
-    if (points.size() < 2) {
+    if (std::isnan(below)) {
         return NONE;
     }
+    for (int halving = 0; halving < 30; ++halving) {
+        const double middle = 0.5 * (above + below);
+        (isBelowZero(middle) ? below : above) = middle;
+    }
+    return pressureAt(above);
+}
+
+// The integral of the specific humidity over p / g, in kg/m2, which are millimetres of water; by Simpson's rule. None
+// where the ground has no dew point: most of the water may be missing.
+double precipitableWater(const Profile& profile) {
+    const Curve& dewpoint = profile.dewpoint;
+    const std::vector<Point>& points = dewpoint.all();
+    if (points.size() < 2 || !dewpoint.spans(axis(profile.groundPressure))) {
+        return NONE;
+    }
+    const auto vapour = [&dewpoint](double at) {
+        const double pressure = pressureAt(at);
+        const double ratio = mixingRatio(dewpoint(at), pressure);
+        return ratio / (1.0 + ratio) * pressure;
+    };
     double water = 0.0;
-    double previousPressure = NONE;
-    double previousHumidity = NONE;
+    double previous = points.front().at;
     for (std::size_t upper = 1; upper < points.size(); ++upper) {
         inSteps(points[upper - 1].at, points[upper].at, [&](double at) {
-            const double pressure = pressureAt(at);
-            const double r = mixingRatio(dewpoint(at), pressure);
-            const double humidity = r / (1.0 + r);
-            if (pressure < previousPressure) {
-                water += 0.5 * (previousHumidity + humidity) * (previousPressure - pressure);
-            }
-            previousPressure = pressure;
-            previousHumidity = humidity;
+            const double middle = 0.5 * (previous + at);
+            water += (at - previous) / 6.0 * (vapour(previous) + 4.0 * vapour(middle) + vapour(at));
+            previous = at;
         });
     }
     return 100.0 * water / constants::GRAVITY;
@@ -444,7 +471,8 @@ Indices indicesOf(const Sounding& sounding) {
         result.surface = Parcel(profile.air.front()).indices(profile);
     }
     if (const Air* const air = mostUnstable(profile)) {
-        result.mostUnstable = Parcel(*air).indices(profile);
+        const bool isSurface = air == profile.air.data();
+        result.mostUnstable = isSurface ? result.surface : Parcel(*air).indices(profile);
     }
     const double t850 = profile.temperature(axis(LOW));
     const double t700 = profile.temperature(axis(MIDDLE));
@@ -453,7 +481,7 @@ Indices indicesOf(const Sounding& sounding) {
     const double dewpoint700 = profile.dewpoint(axis(MIDDLE));
     result.kIndex = t850 - t500 + dewpoint850 - (t700 - dewpoint700);
     result.totalTotals = t850 + dewpoint850 - 2.0 * t500;
-    result.precipitableWater = precipitableWater(profile.dewpoint);
+    result.precipitableWater = precipitableWater(profile);
     result.freezingLevelPressure = firstFallBelowZero(profile.temperature.all());
     result.freezingLevelHeight = profile.heightAt(result.freezingLevelPressure) - profile.groundHeight;
     result.wetBulbZeroPressure = wetBulbZero(profile);

@@ -3,11 +3,11 @@
 #define CORVANE_INDICES_TABLE_H
 
 #include "Csv.h"
+#include "Table.h"
 
 #include <corvane/Indices.h>
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -52,13 +52,9 @@ inline constexpr std::array<IndexColumn, 25> INDEX_COLUMNS{{
 
 // Appends a number with six significant digits, never as -0; nothing for one that is not there.
 inline void appendIndex(std::string& out, double value) {
-    if (!std::isfinite(value)) {
-        return;
+    if (std::isfinite(value)) {
+        appendNumber(out, value + 0.0);  // -0 + 0 is 0
     }
-    std::array<char, 32> digits;
-    const std::to_chars_result written = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                                       value == 0.0 ? 0.0 : value, std::chars_format::general, 6);
-    out.append(digits.data(), written.ptr);
 }
 
 // Appends the header without a line end.

@@ -45,7 +45,7 @@ void appendNumber(std::string& out, double number) {
                     *at++ = static_cast<char>('0' + hundredths % 10);
                 }
             }
-            out.append(digits.data(), at);
+            out.append(digits.data(), static_cast<std::size_t>(at - digits.data()));
             return;
         }
     }
@@ -53,7 +53,7 @@ void appendNumber(std::string& out, double number) {
     std::array<char, 32> digits;
     const std::to_chars_result written =
         std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 6);
-    out.append(digits.data(), written.ptr);
+    out.append(digits.data(), static_cast<std::size_t>(written.ptr - digits.data()));
 #else
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
@@ -103,11 +103,11 @@ void writeTable(std::ostream& os, const Corvane& decoder) {
     std::string line;
     appendHeader(line);
     writeLine(os, line);
-    for (const Corvane::Level& level : decoder.allLevels()) {
+    decoder.forEachLevel([&](const Corvane::Level& level) {
         line.clear();
         appendRow(line, level);
         writeLine(os, line);
-    }
+    });
 }
 
 }  // namespace corvane::table

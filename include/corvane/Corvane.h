@@ -2,47 +2,50 @@
 /// Decodes upper-air sounding reports in the WMO alphanumeric code forms FM 35 TEMP, FM 36 TEMP SHIP, FM 37 TEMP DROP
 /// and FM 38 TEMP MOBIL (WMO-No. 306, Manual on Codes, Volume I.1).
 ///
-/// A report is a plain text of code groups parted by white space:
+/// A report is plain text: code groups separated by white space.
 ///
 ///     TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999
 ///
-/// It says: a TEMP (TT), part A (AA), of day 6 (56: winds in knots) at 00 UTC, with winds up to 100 hPa (Id 1), from
-/// station 72201. At the surface (99) the pressure is 1014 hPa, the temperature 32.2 degrees and the dew point
-/// 9 degrees lower, the wind from 115 degrees with 4 knots; 1000 hPa (00) lies at 140 m. Decoding it and walking the
-/// levels:
+/// This is part A (AA) of a TEMP (TT) from station 72201, observed on day 6 (56: winds in knots) at 00 UTC, with winds
+/// up to 100 hPa (Id 1). At the surface (99) the pressure is 1014 hPa, the temperature is 32.2 degrees, the dew point
+/// is 9 degrees lower, and the wind blows from 115 degrees at 4 knots. The 1000 hPa surface (00) is at 140 m. To decode
+/// the report and print its levels:
 ///
 ///     try {
 ///         const Corvane report(text);
 ///         for (const Corvane::Level& level : report.allLevels()) {
 ///             std::cout << level.name();
-///             const auto height = level.fields.find(Corvane::LF_HEIGHT);
-///             if (height != level.fields.end()) {        // a quantity that the report does not give is not in the map
-///                 std::cout << " at " << height->second << " m";
+///             if (level.has(Corvane::LF_HEIGHT)) {        // the report may not give it
+///                 std::cout << " at " << level.value(Corvane::LF_HEIGHT) << " m";
 ///             }
 ///             std::cout << '\n';
 ///         }
-///     } catch (const std::string& fault) {                // a coding fault: what is wrong, and the groups where
+///     } catch (const std::string& fault) {                // a coding fault: what is wrong, and the groups there
 ///         std::cerr << fault << '\n';
-///     } catch (const std::out_of_range& fault) {          // a group too short for what stands in it
+///     } catch (const std::out_of_range& fault) {          // a group is shorter than what is read from it
 ///         std::cerr << fault.what() << '\n';
 ///     }
 ///
-/// One object holds one report, decoded whole by the constructor; one report may consist of several parts, as long as
-/// all are of one code form. Units are hectopascals, geopotential metres, degrees Celsius, degrees true and metres per
-/// second (exceptions: LT_MAXWIND, LF_LAT). Speeds reported in knots are converted; once a part reports knots, the
-/// parts behind it are taken for knots, too. Objects share nothing: each may be used in a thread of its own.
+/// One object holds one report, which the constructor decodes completely. A report may have several parts, all of one
+/// code form and best of one station. Units are hectopascals, geopotential metres, degrees Celsius, degrees true and
+/// metres per second; LT_MAXWIND, LF_TIME, LF_LAT and LF_LON say where this does not hold. Speeds in knots are
+/// converted; once a part reports knots, all later speeds are read as knots. Objects share nothing: each may be used in
+/// a thread of its own.
 #ifndef CORVANE_CORVANE_H
 #define CORVANE_CORVANE_H
+
+#if __cplusplus < 201703L
+#error "corvane needs C++17: compile with -std=c++17 or later"
+#endif
 
 #if __has_include(<corvane/Version.h>)
 #include <corvane/Version.h>  // made by the build: CORVANE_VERSION "1.0.0", CORVANE_VERSION_MAJOR, _MINOR and _PATCH
 #endif
 
-#include <algorithm>
-#include <cstdint>
 #include <deque>
 #include <initializer_list>
 #include <iosfwd>
+#include <limits>
 #include <map>
 #include <set>
 #include <string>
@@ -68,12 +71,12 @@ public:
         WMO_TEMP_MOBIL = 4  ///< II: FM 38 TEMP MOBIL, mobile land station
     };
 
-    /// The kind of a level. Levels are kept in ascending order of these values. Of the kinds from LT_150MLAYERWIND on,
-    /// all of them remarks of a dropsonde, a report has one level at most: the first.
+    /// The kind of a level. Levels are kept in ascending order of these values. The kinds from LT_150MLAYERWIND on come
+    /// from the remarks of a dropsonde; only the first remark of each is kept.
     enum LEVEL_TYPE : int {
         LT_GENERIC = 0,                ///< a merged level of profile()
         LT_SURFACE = 1,                ///< the surface, 99PPP of section 2
-        LT_MANDATORY = 2,              ///< a standard isobaric surface, section 2; also a ground of 99///, at 0 hPa
+        LT_MANDATORY = 2,              ///< a standard isobaric surface, section 2; also a surface group 99///, at 0 hPa
         LT_SIGNIFICANT = 3,            ///< a significant level, section 5 (temperature) or 6 (wind, or none)
         LT_TROPOPAUSE = 4,             ///< a tropopause, section 3; never with a wind
         LT_MAXWIND = 5,                ///< a level of maximum wind, section 4; from part C in tenths of hPa
@@ -82,8 +85,8 @@ public:
         LT_MEANBLWIND = 8,             ///< mean boundary-layer wind, remark MBL WND
         LT_LASTWINDHEIGHT = 9,         ///< height of the last reported wind, remark LST WND
         LT_RELEASEPOINT = 10,          ///< where the sonde was released, remark REL
-        LT_SPLASHPOINTWINDINTEG = 11,  ///< where it hit the surface, by integrating the wind, remark SPL
-        LT_SPLASHPOINTRAWGPS = 12      ///< where it hit the surface, by its GPS, remark SPG
+        LT_SPLASHPOINTWINDINTEG = 11,  ///< where it hit the surface, from the integrated wind, remark SPL
+        LT_SPLASHPOINTRAWGPS = 12      ///< where it hit the surface, from its GPS, remark SPG
     };
 
     /// A quantity of a level.
@@ -97,16 +100,19 @@ public:
         LF_VA = 6,      ///< first wind-shear value of a maximum wind (vbvb, the kilometre below), m/s
         LF_VB = 7,      ///< second wind-shear value of a maximum wind (vava, the kilometre above), m/s
         LF_TIME = 8,    ///< time of a release or splash point, its digits as one number: hhmmss, or hhmm for SPL
-        LF_LAT = 9,     ///< latitude of a release or splash point, its figures / 100 and not converted, south negative
-        LF_LON = 10,    ///< longitude of a release or splash point, its figures / 100, west negative
+        LF_LAT = 9,     ///< latitude of a release or splash point, degrees, south negative; see LF_LON
+        LF_LON = 10,    ///< longitude, degrees, west negative. Both are the digits divided by 100: aircraft send
+                        ///< hundredths of a degree. Minutes, as in some old reports, are not converted
         LF_PRES2 = 11   ///< second pressure of a deep layer, hPa
     };
 
     /// One point of the report in the vertical or on the flight track: its kind and what was reported there.
     struct CORVANE_API Level {
-        /// The quantities that the report gives, in the units of LEVEL_FIELD. What it does not give is absent; there is
-        /// no placeholder number. A quiet NaN stands where the code form's flags count a value as given although the
-        /// report holds solidi: the dew point (and temperature) of a tropopause, the winds of DLM WND and MBL WND.
+        /// The quantities that the report gives, in the units of LEVEL_FIELD. A quantity that it does not give is
+        /// absent; there is no placeholder number. A few quantities are filed as a quiet NaN although the report holds
+        /// solidi: the dew point (and temperature) of a tropopause with a wind, the winds of DLM WND and MBL WND. The
+        /// remarks of a dropsonde are read as strtod reads them, so that a garbled one may also give nan, -nan, an
+        /// infinity or a number in hexadecimal (`LST WND nan`, `REL 3233N06956W 0x1F2A`).
         std::map<LEVEL_FIELD, double> fields;
         /// The kind of the level.
         LEVEL_TYPE type;
@@ -114,7 +120,14 @@ public:
         /// A level of this kind without any quantity. Implicit, so that a kind can stand for a level in comparisons.
         Level(LEVEL_TYPE kind = LT_GENERIC) : type(kind) {}
 
-        /// The kind as text ("surface", "mandatory", ...); "unknown" for a value that is none of LEVEL_TYPE.
+        /// Whether the report gives this quantity. True also for one that is filed as a NaN.
+        bool has(LEVEL_FIELD field) const;
+
+        /// The quantity, or `absent` where the report does not give it. Throws nothing, unlike fields.at(), whose
+        /// std::out_of_range looks like that of a group that is too short.
+        double value(LEVEL_FIELD field, double absent = std::numeric_limits<double>::quiet_NaN()) const;
+
+        /// The kind as text ("surface", "mandatory", ...); "unknown" for any other value.
         std::string name() const;
 
         /// The name of a quantity as the text dump shows it: "pres" to "vb"; "unknown" for LF_TIME to LF_PRES2, which
@@ -126,11 +139,11 @@ public:
     Corvane();
 
     /// Decodes one report.
-    /// @param text the report: code groups parted by white space, with or without an abbreviated heading, with one part
-    ///        or several. An empty text gives an object without levels.
-    /// @throws std::string on a coding fault; the message ends with up to six groups from where the fault stands, one
-    ///         about the block and station number with that group.
-    /// @throws std::out_of_range where a group is too short for the characters read from it.
+    /// @param text the report: code groups separated by white space, with or without an abbreviated heading, in one or
+    ///        more parts. An empty text gives an object without levels.
+    /// @throws std::string on a coding fault. The message ends with up to six groups, from the fault on; the one about
+    ///         the block and station number ends with that group alone.
+    /// @throws std::out_of_range when a group is too short for the characters read from it.
     explicit Corvane(std::string text);
 
     virtual ~Corvane();
@@ -139,11 +152,12 @@ public:
     Corvane& operator=(const Corvane&) = default;  ///< Copies the report with everything in it.
     Corvane& operator=(Corvane&&) = default;       ///< Takes the report over.
 
-    /// The abbreviated heading T1T2A1A2ii CCCC YYGGgg with its correction indicator, single blanks between the groups
-    /// and one behind a CCA or CCB. Empty when the text begins without one (WMO-No. 386, abbreviated headings).
+    /// The abbreviated heading T1T2A1A2ii CCCC YYGGgg with its correction indicator, its groups separated by single
+    /// spaces, with a space after a CCA or CCB. Empty when the text begins without one (WMO-No. 386, abbreviated
+    /// headings).
     std::string abrHeader() const { return _abrHeader; }
 
-    // What follows is of the last part decoded. Figures that the report leaves open by solidi are 0.
+    // Station, position, day and hour are those of the last part decoded. A number given as solidi is 0.
 
     /// Block and station number IIiii of a TEMP; otherwise empty (section 1).
     std::string bsn() const { return _bsn; }
@@ -157,44 +171,54 @@ public:
     /// Longitude in degrees, east positive, like latitude() (QcLoLoLoLo, section 1).
     double longitude() const { return _longitude; }
 
-    /// Day of the month YY, less the 50 that marks knots; 0 without a report (section 1).
+    /// Day of the month YY, less the 50 that marks knots; 0 before a part is decoded (section 1).
     int dayOfMonth() const { return _dayOfMonth; }
 
     /// Whether a part of the report gives its wind speeds in knots (YY above 50, section 1). The speeds of the levels
     /// are in m/s either way.
     bool windsInKnots() const { return _windsInKnots; }
 
-    /// Hour of the observation GG, UTC; -1 without a report (section 1).
+    /// Hour of the observation GG, UTC; -1 before a part is decoded (section 1).
     int obsHour() const { return _obsHour; }
 
-    /// Time of launch GGgg, hours and minutes as one number (0930 is 930), UTC; -1 without a section 7 (8GGgg).
+    /// Time of launch GGgg, hours and minutes as one number (0930 is 930), UTC, from the last section 7 of the report
+    /// (8GGgg); -1 without one.
     int obsTime() const { return _obsTime; }
 
     /// The code form as text: "TEMP", "TEMP SHIP", "TEMP DROP", "TEMP MOBIL", or "UNKNOWN" before a part is identified.
     std::string wmoType() const;
 
-    /// Every group of the report in its order, without the terminator "=".
+    /// Every group of the report, of all its parts and in its order, without the terminator "=".
     std::vector<std::string> tokens() const;
 
     /// Every level, by ascending kind, and in the order of the report within a kind. Nothing is merged: the surface of
     /// part A and the first significant level of part B are two levels.
     std::vector<Level> allLevels() const;
 
+    /// Calls `visit(level)` for every level in the order of allLevels(), with the object's own `const Level&`: nothing
+    /// is copied.
+    template <typename Visit>
+    void forEachLevel(Visit visit) const {
+        for (const auto& entry : levelStore) {
+            visit(entry.second);
+        }
+    }
+
     /// The levels of the kinds in `types`, ordered like allLevels().
     std::vector<Level> levels(std::set<LEVEL_TYPE> types) const;
 
-    /// The sounding as one profile: the surface, the standard and the significant levels that have a pressure, those of
-    /// one pressure merged into one level of kind LT_GENERIC, lowest pressure (greatest height) first. Where two levels
-    /// give the same quantity, a significant level prevails over a standard one, and that over the surface; within a
-    /// kind, the later one prevails.
+    /// The sounding as one profile: the surface, the standard and the significant levels that have a pressure, lowest
+    /// pressure (greatest height) first. Levels of one pressure are merged into one of kind LT_GENERIC. Where they give
+    /// the same quantity, a significant level prevails over a standard one, and that over the surface; within a kind,
+    /// the later one prevails.
     std::vector<Level> profile() const;
 
 protected:
-    // The decoder's state, its cursor and its section decoders: open to a subclass, so that a test can drive each one.
-    // What each decoder reads, takes, leaves and throws is said in the source, in the order of a report.
+    // The decoder's state, its cursor and its section decoders are open to a subclass, so that a test can drive each of
+    // them. The source says what each decoder reads, takes, leaves and throws, in the order of a report.
     /// @cond
 
-    /// A standard isobaric surface: its two-figure indicator PP and its pressure in hPa.
+    /// A standard isobaric surface: its two-digit indicator PP and its pressure in hPa.
     struct MandatoryInfo {
         std::string code;
         double pressure;
@@ -205,7 +229,14 @@ protected:
         bool operator()(const Level& first, const Level& second) const { return first.type < second.type; }
     };
 
-    /// Result flags of the group decoders: their first, their second output was written.
+    /// Values of `part`.
+    static constexpr int PART_A = 0;
+    static constexpr int PART_B = 1;
+    static constexpr int PART_C = 2;
+    static constexpr int PART_D = 3;
+    static constexpr int NO_PART = 4;  ///< none identified yet
+
+    /// Result flags of the group decoders: the first output was written, the second output was written.
     static constexpr int FIRST_WRITTEN = 1;
     static constexpr int SECOND_WRITTEN = 2;
 
@@ -228,65 +259,66 @@ protected:
     std::vector<MandatoryInfo> mandatoryA;             ///< standard surfaces of part A, in the order of section 2
     std::vector<MandatoryInfo> mandatoryC;             ///< standard surfaces of part C, in the order of section 2
     WMO_MESSAGE_TYPE wmoMessageType = WMO_UNKNOWN;
-    int part = 4;                             ///< 0 to 3: part A to D; 4: none identified yet
+    int part = NO_PART;                       ///< the part being decoded; the index into partIds
     int lastWindPresA = 0;                    ///< hPa named by Id of part A; 9999: no winds aloft
     int lastWindPresC = 0;                    ///< hPa named by Id of part C; 9999: no winds
     double mobileElevation = 0.0;             ///< elevation of a mobile station, m
-    std::vector<std::string> partIds;         ///< part letters of MMMM; the index is `part`
-    std::vector<std::string> regionalGroups;  ///< openers of section 10, 61616 to 69696
+    std::vector<std::string> partIds;         ///< part letters of MMMM, in the order of PART_A to PART_D
+    std::vector<std::string> regionalGroups;  ///< openers of section 10, the national groups 61616 to 69696; see init()
     std::multimap<LEVEL_TYPE, Level, LevelComparatorByType> levelStore;
 
-    /// Appends the reference tables: wmoTypes, partIds, mandatoryA, mandatoryC, regionalGroups. Run once an object.
+    /// Fills the reference tables: wmoTypes, partIds, mandatoryA, mandatoryC, regionalGroups. To be called once per
+    /// object: it appends.
     void init();
 
-    /// Splits a text into groups at white space and takes the terminator "=" off.
+    /// Splits a text into groups at white space and removes the terminator "=".
     static std::deque<std::string> tokenize(std::string text);
 
-    /// Files a level behind those of its kind, as it is.
+    /// Files a level after those of its kind, as it is.
     void addLevel(const Level& level);
     void addLevel(Level&& level);
 
     /// Files a level of these quantities unless one of its kind is filed already.
     void addFirstLevel(LEVEL_TYPE kind, std::initializer_list<std::pair<const LEVEL_FIELD, double>> fields);
 
-    // The cursor. What throws, throws a std::string and leaves the queue as it is.
+    // The cursor. Whatever throws here throws a std::string and leaves the queue as it is.
 
-    /// The first `n` groups of the queue, fewer if fewer remain, each with a blank behind it.
+    /// The first `n` groups of the queue, fewer if fewer remain, each followed by a space.
     std::string whereAreWe(int n) const;
     /// Throws `msg` with the context " Error detected at ...".
     [[noreturn]] void throwErrorMsg(const std::string& msg) const;
-    /// Throws `msg`, which ends in a blank, with the context "Error detected near ...".
+    /// Throws `msg`, which ends with a space, with the context "Error detected near ...".
     [[noreturn]] void throwErrorNear(const std::string& msg) const;
-    /// Throws that `n` groups are required, with the context "Error detected at..." when `n` is above 0.
+    /// Throws the message that `n` groups are required, with the context "Error detected at..." when `n` is above 0.
     [[noreturn]] void throwTooFew(int n) const;
     /// Throws unless `n` groups remain.
     void NEED_TOKENS(int n) const;
     /// Removes `n` groups; throws, and removes none, if fewer remain.
     void SKIP_TOKENS(int n);
-    /// Makes sure that the front group has `n` characters, joining it with the next one where that gives `n`.
+    /// Makes sure that the front group has `n` characters; joins it with the next group if that gives `n`.
     void NEED_TOKEN_OF_LENGTH(int n);
-    /// Whether a group remains and the front one begins with these characters.
-    bool frontBeginsWith(std::string_view characters) const;
-    /// Whether a group remains and the front one is this one.
+    /// Whether a group remains and the front group begins with `prefix`.
+    bool frontBeginsWith(std::string_view prefix) const;
+    /// Whether a group remains and the front group is `group`.
     bool frontIs(std::string_view group) const;
-    /// Whether the front group is the MMMM of a part B, C or D: four characters, the last two BB, CC or DD.
-    bool nextPartBegins() const;
+    /// Whether the front group is the MMMM of a later part: four characters, the last two BB, CC or DD.
+    bool frontIsLaterPart() const;
 
-    // Number readers, all independent of the global locale.
+    // Number readers, independent of the global locale. Each reads the number at the start of a text; 0 without one.
 
-    /// The number at the start of a text as stream extraction of a double reads it in the classic locale; otherwise 0.
-    static double extractDouble(std::string_view text);
-    /// The number at the start of a text as stream extraction of an int reads it in the classic locale; otherwise 0.
-    static int extractInt(std::string_view text);
-    /// The number at the start of a text as strtod reads it in the "C" locale; otherwise 0.
-    static double leadingNumber(std::string_view text);
+    /// A double as `stream >> number` reads it in the classic locale.
+    static double streamDouble(std::string_view text);
+    /// An int as `stream >> number` reads it in the classic locale.
+    static int streamInt(std::string_view text);
+    /// A double as strtod reads it in the "C" locale.
+    static double strtodDouble(std::string_view text);
 
     // Heading and identifier.
 
     void decodeAbrHdr();
     void decodeMMMM();
 
-    // The parts, their MMMM already taken.
+    // The parts, after their MMMM.
 
     void decodePartA();
     void decodePartB();
@@ -302,27 +334,28 @@ protected:
     void decodePosition();
     void decodeMarsden();
     void decodeMobileElev();
-    /// Degrees and minutes written as one number, divided by a hundred. No decoder calls it; subclasses may.
+    /// Hundredths of a degree as degrees. No decoder calls it; subclasses may.
     static double fractionalDegrees(std::string_view digits);
 
-    // Temperature and wind groups. A group must remain; it is taken. An output whose flag is clear keeps its value.
+    // Temperature and wind groups. The caller makes sure that a group remains; it is taken. An output whose flag is
+    // clear keeps its value.
 
-    /// TTTDD into degrees Celsius.
+    /// Reads TTTDD, in degrees Celsius.
     int decodeTTTDD(double& temp, double& dewpoint);
-    /// ddfff into degrees and m/s.
+    /// Reads ddfff, in degrees and m/s.
     int decodeDDFFF(double& dir, double& speed);
-    /// TTTDD into the temperature and dew point of a level, as far as it gives them.
+    /// Reads TTTDD into the temperature and dew point of a level, as far as it gives them.
     void takeTemperature(Level& level);
-    /// ddfff into the direction and speed of a level, if it gives them.
+    /// Reads ddfff into the direction and speed of a level, if it gives them.
     void takeWind(Level& level);
-    /// Both in a row. The flags of the two are not told apart in the result.
+    /// Reads both. The result does not tell the flags of one from those of the other.
     int decodeTTTDDandDDFFF(double& temp, double& dewpoint, double& dir, double& speed);
 
     // Section 2: surface and standard isobaric surfaces.
 
     void decodeSection2();
     void decodeMandatory(std::vector<MandatoryInfo>& table, int index);
-    /// The height in geopotential metres for the three figures `hhh` reported at the standard surface `code`.
+    /// The height in geopotential metres for the three digits `hhh` reported at the standard surface `code`.
     double mandatoryHeight(const std::string& code, double hhh) const;
 
     // Sections 3 to 6: tropopause, maximum wind, significant levels of temperature and of wind.
@@ -333,7 +366,8 @@ protected:
     void decodeMaxWind();
     void decodeSection5();
     void decodeSection6();
-    /// Takes a group nnPPP and scales its pressure by part; false, with `pressure` kept, when it holds no PPP.
+    /// Takes a group nnPPP and reads its pressure, in the unit of the part; false, with `pressure` kept, when it has no
+    /// PPP.
     bool decodeSignificantPressure(double& pressure);
 
     // Sections 7 to 10: sounding system and launch time, clouds, regional and national groups.
@@ -356,30 +390,10 @@ protected:
     /// @endcond
 };
 
-/// Writes the profile, one line a pressure, to STANDARD OUTPUT, whatever stream `os` is, and leaves standard output
-/// left aligned. This is meant: the dump is for looking at a decoder's result by eye.
+/// Writes the profile, one line per pressure, to STANDARD OUTPUT, whatever stream `os` is, and leaves standard output
+/// left-aligned. This is deliberate: the dump is for people, not for programs. Numbers follow the format that the
+/// caller has set for std::cout, such as std::fixed.
 /// @return `os`, untouched.
 CORVANE_API std::ostream& operator<<(std::ostream& os, const Corvane& decoder);
-
-/// @cond
-// The questions that the decoders ask of every group, here so that they become part of the decoders: the length of what
-// is asked for is known there.
-
-inline void Corvane::NEED_TOKENS(int n) const {
-    // Compared as an unsigned number, so that a negative count is never met. One group needs no counting.
-    if (n == 1 ? tokenQueue.empty() : static_cast<std::uint32_t>(n) > tokenQueue.size()) {
-        throwTooFew(n);
-    }
-}
-
-inline bool Corvane::frontBeginsWith(std::string_view characters) const {
-    return !tokenQueue.empty() && tokenQueue.front().size() >= characters.size() &&
-           std::equal(characters.begin(), characters.end(), tokenQueue.front().begin());
-}
-
-inline bool Corvane::frontIs(std::string_view group) const {
-    return frontBeginsWith(group) && tokenQueue.front().size() == group.size();
-}
-/// @endcond
 
 #endif

@@ -10,9 +10,9 @@
 /// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
 /// have them, however far those are apart. Formulas stand in Thermodynamics.h.
 ///
-/// What no atmosphere has counts as not given: a pressure that is not between 0 and 2000 hPa or not below that of the
+/// What no atmosphere has counts as not given: a pressure that is not between 0.01 and 2000 hPa or not below that of the
 /// level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1 kg/kg or
-/// more, a wind above 1000 m/s, a height beyond 200 km.
+/// more, a wind above 1000 m/s or from no direction between 0 and 360 degrees, a height beyond 200 km.
 #ifndef CORVANE_INDICES_H
 #define CORVANE_INDICES_H
 
@@ -56,7 +56,7 @@ struct Indices {
     ParcelIndices mostUnstable;
     double kIndex = NONE;                 ///< T850 - T500 + Td850 - (T700 - Td700), degrees Celsius
     double totalTotals = NONE;            ///< T850 + Td850 - 2 T500, degrees Celsius
-    double precipitableWater = NONE;      ///< up to the highest dew point, mm
+    double precipitableWater = NONE;      ///< from the ground to the highest dew point, mm
     double freezingLevelPressure = NONE;  ///< where the temperature first falls below 0, hPa; NaN if it starts there
     double freezingLevelHeight = NONE;    ///< metres above the ground
     double wetBulbZeroPressure = NONE;    ///< the same for the wet-bulb temperature, hPa

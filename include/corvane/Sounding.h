@@ -114,13 +114,15 @@ struct Sounding {
 };
 
 /// Collects parts in whatever order they come and joins them to soundings. Keeps the levels of every part that counts,
-/// some 2 kB a part.
+/// some 2.5 kB a part.
 class CORVANE_API Soundings {
 public:
     Soundings();
     ~Soundings();
-    Soundings(Soundings&&) noexcept;
-    Soundings& operator=(Soundings&&) noexcept;
+    Soundings(Soundings&& other) noexcept;
+    Soundings& operator=(Soundings&& other) noexcept;
+    Soundings(const Soundings&) = delete;
+    Soundings& operator=(const Soundings&) = delete;
 
     /// Adds a part. Only a decoded reading adds levels. A part A of a TEMP DROP that could not be read still counts as
     /// a part A: the parts after it do not go to another drop.
@@ -130,7 +132,7 @@ public:
     /// sounding is put together when its turn comes, so that only one is in memory beside what is collected.
     void forEach(const std::function<void(const Sounding&)>& take) const;
 
-    /// The same soundings all at once, some 8 kB a part.
+    /// The same soundings all at once, some 5 kB a part.
     std::vector<Sounding> soundings() const;
 
 private:

@@ -1,5 +1,6 @@
 // Section 1: date, station and position. The decoder takes them as they stand; here they must be right, because the
 // unit of every wind depends on the date group and the place of every level on the number of groups before it.
+#include "CodeTables.h"
 #include "feed/Groups.h"
 #include "feed/Steps.h"
 
@@ -42,12 +43,11 @@ void readPosition(const Work& work, std::size_t place, Reading& reading) {
 
 // h0h0h0h0im: im 1 to 4 metres, 5 to 8 feet (code table 1845).
 void readElevation(std::string_view group, Reading& reading) {
-    constexpr double METRES_IN_A_FOOT = 0.3048;
     if (!hasForm(group, "ddddd") || group[4] < '1' || group[4] > '8') {
         return;
     }
     const int height = number(group.substr(0, 4));
-    reading.elevation = group[4] > '4' ? height * METRES_IN_A_FOOT : height;
+    reading.elevation = group[4] > '4' ? height * code::METRES_IN_A_FOOT : height;
 }
 
 }  // namespace

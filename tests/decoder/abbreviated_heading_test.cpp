@@ -15,7 +15,7 @@ TEST(AbbreviatedHeading, HeadingShapesAndWhatTheyLeave) {
         {"UKAA01 ABCD 011200 TTAA 56121", "UKAA01 ABCD 011200", "TTAA 56121"},
         {"UKAA01 ABCD 011200 TTAA", "UKAA01 ABCD 011200", "TTAA"},
         {"UKAA01 ABCD 011200", "UKAA01 ABCD 011200", ""},
-        // six characters in the first group are all it takes
+        // any first group of six characters makes a heading
         {"ABCDEF ABCD 011200 TTAA 56121", "ABCDEF ABCD 011200", "TTAA 56121"},
         {"////// 1 X TTAA", "////// 1 X", "TTAA"},
         {"123456 TTAA 5612100000 72403", "123456 TTAA 5612100000", "72403"},
@@ -28,14 +28,14 @@ TEST(AbbreviatedHeading, HeadingShapesAndWhatTheyLeave) {
         {"UKAA1 ABCD 011200 TTAA", "", "UKAA1 ABCD 011200 TTAA"},
         {"UKAA001 ABCD 011200 TTAA", "", "UKAA001 ABCD 011200 TTAA"},
         {"UKAA1 ABCD 011200", "", "UKAA1 ABCD 011200"},
-        // CCA and CCB: the blank behind them belongs to the heading
+        // CCA and CCB: the space after them belongs to the heading
         {"UKAA01 ABCD 011200 CCA TTAA 56121", "UKAA01 ABCD 011200 CCA ", "TTAA 56121"},
         {"UKAA01 ABCD 011200 CCB TTAA 56121", "UKAA01 ABCD 011200 CCB ", "TTAA 56121"},
         {"UKAA01 ABCD 011200 CCB TTAA", "UKAA01 ABCD 011200 CCB ", "TTAA"},
         // only one of the two is taken
         {"UKAA01 ABCD 011200 CCA CCB TTAA", "UKAA01 ABCD 011200 CCA ", "CCB TTAA"},
         {"UKAA01 ABCD 011200 CCA CCA TTAA", "UKAA01 ABCD 011200 CCA ", "CCA TTAA"},
-        // COR takes the group behind it, whatever that is
+        // COR takes the group after it, whatever that is
         {"UKAA01 ABCD 011200 COR 5 TTAA 56121", "UKAA01 ABCD 011200 COR 5", "TTAA 56121"},
         {"UKAA01 ABCD 011200 COR TTAA 56121 72403", "UKAA01 ABCD 011200 COR TTAA", "56121 72403"},
         {"UKAA01 ABCD 011200 COR TTAA", "UKAA01 ABCD 011200 COR TTAA", ""},
@@ -46,7 +46,7 @@ TEST(AbbreviatedHeading, HeadingShapesAndWhatTheyLeave) {
         {"UKAA01 ABCD 011200 COR X CCA TTAA 56121", "UKAA01 ABCD 011200 COR X CCA ", "TTAA 56121"},
         {"UKAA01 ABCD 011200 COR X CCB", "UKAA01 ABCD 011200 COR X CCB ", ""},
         {"UKAA01 ABCD 011200 COR X COR Y TTAA", "UKAA01 ABCD 011200 COR X", "COR Y TTAA"},
-        // CCA first leaves a COR behind it
+        // a COR after a CCA is not taken
         {"UKAA01 ABCD 011200 CCA COR X TTAA", "UKAA01 ABCD 011200 CCA ", "COR X TTAA"},
         // an indicator that is the last group of the text is not taken
         {"UKAA01 ABCD 011200 COR", "UKAA01 ABCD 011200", "COR"},
@@ -92,7 +92,7 @@ TEST(AbbreviatedHeading, ListOfAllGroupsKeepsTheHeading) {
     EXPECT_EQ(decoder.abrHeader(), "UKAA01 ABCD 011200 CCA ");
 }
 
-TEST(AbbreviatedHeading, ReportBehindTheHeadingIsDecoded) {
+TEST(AbbreviatedHeading, ReportAfterTheHeadingIsDecoded) {
     const OpenDecoder decoder("UKAA01 ABCD 011200\nTTAA 56121 72403 88999 77999=");
     EXPECT_EQ(decoder.abrHeader(), "UKAA01 ABCD 011200");
     EXPECT_EQ(decoder.bsn(), "72403");
@@ -102,7 +102,7 @@ TEST(AbbreviatedHeading, ReportWithoutHeadingHasNone) {
     EXPECT_EQ(OpenDecoder("TTAA 56121 72403 88999 77999").abrHeader(), "");
 }
 
-TEST(AbbreviatedHeading, HeadingAloneIsAReportWithoutLevels) {
+TEST(AbbreviatedHeading, HeadingWithoutAReportHasNoLevels) {
     const OpenDecoder decoder("UKAA01 ABCD 011200");
     EXPECT_EQ(decoder.abrHeader(), "UKAA01 ABCD 011200");
     EXPECT_TRUE(decoder.allLevels().empty());

@@ -1,4 +1,4 @@
-// The decoder object: its state and tables before decoding, and the walk through the parts and their sections.
+// The decoder object: its state and tables before decoding, and the sequence of parts and sections.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -16,7 +16,7 @@ using Strings = std::vector<std::string>;
 
 static_assert(std::has_virtual_destructor<Corvane>::value, "a subclass may be destroyed through the base");
 
-// Exposes the table rows as pairs, which compare.
+// The rows of a table as pairs, which can be compared.
 template <typename Table>
 Surfaces pairsOf(const Table& table) {
     Surfaces pairs;
@@ -62,7 +62,7 @@ const Surfaces SURFACES_A = {{"99", 0.0},   {"00", 1000.0}, {"92", 925.0}, {"85"
 const Surfaces SURFACES_C = {{"70", 70.0}, {"50", 50.0}, {"30", 30.0}, {"20", 20.0}, {"10", 10.0},
                              {"07", 7.0},  {"05", 5.0},  {"03", 3.0},  {"01", 1.0}};
 
-// Bodies of the parts of one TEMP sounding, each with something of every section that the part has.
+// The parts of one TEMP sounding, each with a few groups of every section that the part has.
 const std::string PART_A = "TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88250 51256 27015 77180 27085 ";
 const std::string PART_B = "TTBB 56007 72201 00014 32259 11850 12456 21212 11700 27030 ";
 const std::string PART_C = "TTCC 56007 72201 70850 61256 27015 88925 61456 27020 77150 27085 ";
@@ -142,7 +142,7 @@ TEST(Construction, EmptyTextIsAReportWithoutLevels) {
         SCOPED_TRACE(text);
         const OpenDecoder decoder(text);
         expectInitialValues(decoder);
-        // Unlike the object without a report, this one has its tables.
+        // Unlike an object without a report, this one has its reference tables.
         EXPECT_EQ(decoder.partIds.size(), 4u);
         EXPECT_EQ(pairsOf(decoder.mandatoryA), SURFACES_A);
         EXPECT_EQ(pairsOf(decoder.mandatoryC), SURFACES_C);
@@ -183,7 +183,7 @@ TEST(Construction, PartsOfOneTextShareOneStore) {
     EXPECT_EQ(decoder.obsTime(), 1102);
 }
 
-TEST(Construction, SecondIdentifierIsTakenBehindACompletePart) {
+TEST(Construction, SecondIdentifierIsTakenAfterACompletePart) {
     const OpenDecoder decoder(PART_A + PART_B);
     EXPECT_EQ(levelsOf(decoder), "surface 1014, mandatory 1000, significant 1014, significant 850, significant 700, "
                                  "tropopause 250, maxwind 180");
@@ -202,7 +202,7 @@ TEST(Construction, PartThatOccursTwiceIsFiledTwice) {
     EXPECT_EQ(levelsOf(decoder), "significant 70, significant 50, significant 70, significant 50");
 }
 
-TEST(Construction, PartABehindAnotherPartIsPassedOver) {
+TEST(Construction, PartAAfterAnotherPartIsSkipped) {
     const OpenDecoder decoder(PART_B + "31313 58708 81102 " + PART_A + PART_D);
     EXPECT_EQ(levelsOf(decoder), "significant 1014, significant 850, significant 700, significant 70, significant 50");
     EXPECT_EQ(decoder.part, 3);
@@ -214,7 +214,7 @@ TEST(Construction, PartsOfDifferentCodeFormsAreRejected) {
               "Error detected at UUBB WTEC 56127 99241 70830 08112 ...");
 }
 
-TEST(Construction, StrayGroupBehindAPartIsPassedOver) {
+TEST(Construction, StrayGroupAfterAPartIsSkipped) {
     EXPECT_EQ(levelsOf(OpenDecoder("TTAA 56121 72403 99013 32259 11504 88999 77999 XXXX1")), "surface 1013");
 }
 
@@ -240,7 +240,7 @@ TEST(Construction, GroupTooShortForItsPositionsIsOutOfRange) {
     EXPECT_TRUE(findsGroupTooShort([] { Corvane("TTAA 56121 72403 88999 77999 X"); }));
 }
 
-TEST(Construction, IdentifierBehindTheDateAndStationEndsAnEmptyPart) {
+TEST(Construction, IdentifierAfterDateAndStationEndsAnEmptyPart) {
     const OpenDecoder decoder("TTAA 56121 72403 88999 TTBB 56127 72404 31313 58708 81102 TTCC 56127 72405 88999 "
                               "TTDD 5612/ 72406");
     EXPECT_EQ(levelsOf(decoder), "");
@@ -282,14 +282,14 @@ TEST(PartSequence, PartDIsReadLikePartBInItsOwnUnits) {
 }
 
 TEST(PartSequence, PartsBAndDHaveNoSurfacesTropopauseOrMaximumWind) {
-    // Groups that would open sections 2, 3 and 4 are pairs of section 5 here.
+    // Here, groups that would open sections 2, 3 and 4 are pairs of section 5.
     EXPECT_EQ(levelsOf(OpenDecoder("TTBB 56007 72201 99014 32259 88250 51256 77180 27085")),
               "significant 1014, significant 250, significant 180");
     EXPECT_EQ(levelsOf(OpenDecoder("TTDD 5600/ 72201 88250 51256 77180 27085")), "significant 25, significant 18");
 }
 
 TEST(PartSequence, PartsAAndCHaveNoSignificantLevels) {
-    // What would open sections 5 and 6 is passed over by section 9.
+    // Section 9 skips what would open sections 5 and 6.
     EXPECT_EQ(levelsOf(OpenDecoder("TTAA 56001 72201 88999 77999 00014 32259 21212 11700 27030")), "");
     EXPECT_EQ(levelsOf(OpenDecoder("TTCC 56001 72201 88999 77999 11700 61256 21212 11500 27030")), "");
 }
@@ -321,7 +321,7 @@ TEST(PartSequence, PartsAAndCHaveNoCloudSection) {
     }
 }
 
-TEST(PartSequence, EveryPartPassesOverRegionalGroupsAndReadsTheRemarks) {
+TEST(PartSequence, EveryPartSkipsRegionalGroupsAndReadsTheRemarks) {
     // The groups before 61616 are section 9, the rest is section 10.
     for (const std::string& part : {PART_A, PART_B, PART_C, PART_D}) {
         SCOPED_TRACE(part);
@@ -355,14 +355,14 @@ TEST(PartSequence, PartMethodsLeaveTheNextIdentifierInTheQueue) {
     }
 }
 
-TEST(PartSequence, PartAThatEndsBehindSectionOneIsAFault) {
+TEST(PartSequence, PartAThatEndsAfterSectionOneIsAFault) {
     EXPECT_EQ(faultOf([] { Corvane("TTAA 56121 72403"); }),
               "At least 2 code groups are required. Error detected at ...");
     EXPECT_EQ(faultOf([] { Corvane("TTCC 56121 72403"); }),
               "At least 2 code groups are required. Error detected at ...");
 }
 
-TEST(PartSequence, PartBThatEndsBehindSectionOneIsComplete) {
+TEST(PartSequence, PartBThatEndsAfterSectionOneIsComplete) {
     EXPECT_EQ(Corvane("TTBB 56121 72403").bsn(), "72403");
     EXPECT_EQ(Corvane("TTDD 5612/ 72403").bsn(), "72403");
 }

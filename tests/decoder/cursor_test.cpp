@@ -1,4 +1,4 @@
-// The cursor over the groups: looking ahead, counting, skipping, joining broken groups, and the texts of the faults.
+// The cursor over the groups: looking ahead, counting, skipping, joining split groups, and the texts of faults.
 #include "support/GlobalLocale.h"
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-TEST(WhereAreWe, FewerGroupsThanAskedGivesThoseThatRemain) {
+TEST(WhereAreWe, FewerGroupsThanAskedForGivesThoseThatRemain) {
     const OpenDecoder decoder = OpenDecoder::withGroups("12125 72201 99012");
     EXPECT_EQ(decoder.whereAreWe(6), "12125 72201 99012 ");
     EXPECT_EQ(decoder.whereAreWe(4), "12125 72201 99012 ");
 }
 
-TEST(WhereAreWe, AsManyGroupsAsAskedEachWithABlankBehindIt) {
+TEST(WhereAreWe, AsManyGroupsAsAskedForEachFollowedByASpace) {
     const OpenDecoder decoder = OpenDecoder::withGroups("1 22 333 4444 55555 666666 7777777");
     EXPECT_EQ(decoder.whereAreWe(1), "1 ");
     EXPECT_EQ(decoder.whereAreWe(6), "1 22 333 4444 55555 666666 ");
@@ -40,7 +40,7 @@ TEST(ThrowErrorMsg, NoMoreThanSixGroupsAreShown) {
               "Wrong. Error detected at 1 22 333 4444 55555 666666 ...");
 }
 
-TEST(ThrowErrorMsg, EmptyQueueLeavesABlankAndTheDots) {
+TEST(ThrowErrorMsg, EmptyQueueLeavesASpaceAndTheDots) {
     const OpenDecoder decoder = OpenDecoder::withGroups("");
     EXPECT_EQ(faultOf([&] { decoder.throwErrorMsg("Wrong."); }), "Wrong. Error detected at ...");
     EXPECT_EQ(faultOf([&] { decoder.throwErrorMsg(""); }), " Error detected at ...");
@@ -54,19 +54,19 @@ TEST(NeedTokens, EnoughGroupsPass) {
     EXPECT_EQ(decoder.rest(), "99012 32259");
 }
 
-TEST(NeedTokens, NoneNeededPassesOnAnEmptyQueue) {
+TEST(NeedTokens, ZeroGroupsAreThereInAnEmptyQueue) {
     const OpenDecoder decoder = OpenDecoder::withGroups("");
     EXPECT_NO_THROW(decoder.NEED_TOKENS(0));
 }
 
-TEST(NeedTokens, OneGroupTooFewIsAFaultWithoutABlankBeforeTheContext) {
+TEST(NeedTokens, OneGroupTooFewIsAFaultWithoutASpaceBeforeTheContext) {
     const OpenDecoder decoder = OpenDecoder::withGroups("99012");
     EXPECT_EQ(faultOf([&] { decoder.NEED_TOKENS(2); }),
               "At least 2 code groups are required. Error detected at99012  ...");
     EXPECT_EQ(decoder.rest(), "99012");
 }
 
-TEST(NeedTokens, EmptyQueueIsAFaultWithTheDotsAlone) {
+TEST(NeedTokens, EmptyQueueIsAFaultWithOnlyTheDots) {
     const OpenDecoder decoder = OpenDecoder::withGroups("");
     EXPECT_EQ(faultOf([&] { decoder.NEED_TOKENS(1); }), "At least 1 code groups are required. Error detected at ...");
 }
@@ -194,7 +194,7 @@ TEST(NeedTokenOfLength, EmptyQueueIsTheFaultOfAMissingGroup) {
               "At least 1 code groups are required. Error detected at ...");
 }
 
-TEST(NeedTokenOfLength, NoGroupHasNoOrFewerCharacters) {
+TEST(NeedTokenOfLength, NoGroupHasZeroOrFewerCharacters) {
     OpenDecoder decoder = OpenDecoder::withGroups("9 0");
     EXPECT_EQ(faultOf([&] { decoder.NEED_TOKEN_OF_LENGTH(0); }),
               "This code group requires exactly 0 characters. Error detected near 9 0  ...");
@@ -218,7 +218,7 @@ TEST(Fault, LevelsFiledBeforeAFaultStayFiled) {
     EXPECT_EQ(summaryOf(decoder.allLevels()), "significant 850");
 }
 
-TEST(Tokens, WholeReportIsGivenWhateverHasBeenTaken) {
+TEST(Tokens, WholeReportIsGivenAlsoWhenGroupsAreTaken) {
     OpenDecoder decoder = OpenDecoder::withGroups("TTAA 56121 72403");
     decoder.SKIP_TOKENS(3);
     EXPECT_EQ(decoder.rest(), "");

@@ -16,7 +16,7 @@ const std::string WRONG_ID = "The last wind indicator (Id) is incorrectly coded.
 const std::string TOO_SHORT = "The date and time group (YYGGId or YYGGa4) must have at least 4 characters.";
 const std::string WRONG_PART_D = "The last character in the third code group of Part D, section 1, should be /.";
 
-// No decoder writes these: they show that a field has been left alone.
+// No decoder stores this number: it shows that a field is unchanged.
 const int UNTOUCHED = -12345;
 
 OpenDecoder decoderWith(int part, const std::string& groups) {
@@ -39,7 +39,7 @@ TEST(DateTime, DayAndKnotsAndHour) {
         int hour;
     };
     const Row rows[] = {
-        // the day up to 50 is the day, above 50 it is less 50 and winds are in knots
+        // up to 50 it is the day; above 50 it is the day plus 50, and winds are in knots
         {"07120", 7, false, 12},
         {"00000", 0, false, 0},
         {"31230", 31, false, 23},
@@ -49,10 +49,10 @@ TEST(DateTime, DayAndKnotsAndHour) {
         {"56121", 6, true, 12},
         {"81000", 31, true, 0},
         {"99990", 49, true, 99},
-        // no range check on the hour
+        // the hour has no range check
         {"07240", 7, false, 24},
         {"07600", 7, false, 60},
-        // solidi and letters: what does not begin with a number is 0
+        // solidi and letters: without a leading number it is 0
         {"////0", 0, false, 0},
         {"/7/20", 0, false, 0},
         {"7/1/0", 7, false, 1},
@@ -95,7 +95,7 @@ TEST(DateTime, LastWindIndicatorOfEveryCharacter) {
     for (int code = 1; code < 256; ++code) {
         const char id = static_cast<char>(code);
         if (code == ' ' || (code >= '\t' && code <= '\r')) {
-            continue;  // white space stands in no group
+            continue;  // no group holds white space
         }
         int expected[] = {FAULT, FAULT};
         for (const Row& row : rows) {
@@ -121,7 +121,7 @@ TEST(DateTime, LastWindIndicatorOfEveryCharacter) {
                 EXPECT_EQ(decoder.lastWindPresA, part == A ? pressure : UNTOUCHED);
                 EXPECT_EQ(decoder.lastWindPresC, part == C ? pressure : UNTOUCHED);
             }
-            // Day, knots and hour are written before the indicator is looked at, fault or none.
+            // Day, knots and hour are stored before the indicator is checked, with and without a fault.
             EXPECT_EQ(decoder._dayOfMonth, 7);
             EXPECT_TRUE(decoder._windsInKnots);
             EXPECT_EQ(decoder._obsHour, 12);
@@ -190,7 +190,7 @@ TEST(DateTime, PartBGroupOfFourCharactersHasAnEmptyEquipmentType) {
     EXPECT_EQ(decoder.rest(), "72403");
 }
 
-TEST(DateTime, PartDAndNoPartWantASolidus) {
+TEST(DateTime, PartDAndNoPartRequireASolidus) {
     for (const int part : {D, 4, 17}) {
         SCOPED_TRACE(part);
         OpenDecoder decoder = decoderWith(part, "5612/ 72403");

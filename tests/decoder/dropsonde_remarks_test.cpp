@@ -1,4 +1,4 @@
-// The remarks of a dropsonde behind 62626: their words, what each takes with it, and where the remarks end.
+// The remarks of a dropsonde after 62626: their words, which groups each one takes, and where the remarks end.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -13,11 +13,11 @@ struct WordRow {
     const char* rest;
 };
 
-// Remarks that file nothing, and what they leave.
+// Remarks that file nothing, and the groups that they leave.
 const WordRow WORDS[] = {
-    // nothing behind the opener
+    // nothing after the opener
     {"", ""},
-    // a storm feature is dropped alone
+    // a storm feature is a single word
     {"EYE", ""},
     {"CENTER", ""},
     {"RAINBAND", ""},
@@ -26,7 +26,7 @@ const WordRow WORDS[] = {
     {"CENTER XXBB", "XXBB"},
     {"RAINBAND XXBB", "XXBB"},
     {"MXWNDBND XXBB", "XXBB"},
-    // the eyewall takes the group behind it along, whatever it is
+    // EYEWALL takes the group after it, whatever it is
     {"EYEWALL 270", ""},
     {"EYEWALL XXBB", ""},
     {"EYEWALL XXBB XXCC", "XXCC"},
@@ -37,7 +37,7 @@ const WordRow WORDS[] = {
     {"LAST REPORT XXBB", "XXBB"},
     {"LAST RE PORT", ""},
     {"LAST REPOR T XXDD", "XXDD"},
-    // AEV takes five characters along, whatever they are
+    // AEV takes a group of five characters, whatever they are
     {"AEV 20507", ""},
     {"AEV 205 07 XXBB", "XXBB"},
     {"AEV XYZZY XXBB", "XXBB"},
@@ -48,7 +48,7 @@ const WordRow WORDS[] = {
     {"rel spg spl wl150 dlm mbl lst last eyewall", ""},
     {"62626 62626", ""},
     {"61616 31313", ""},
-    // WL and a group of three that is not 150 join into a word without meaning
+    // WL and a group of three other than 150 are joined to a word without meaning
     {"WL 151 XXBB", "XXBB"},
     {"WL ABC", ""},
     // only a whole group WL is joined
@@ -58,14 +58,14 @@ const WordRow WORDS[] = {
     {"NIL XXCC 57081", "XXCC 57081"},
     {"NIL TTDD", "TTDD"},
     {"NIL ABBB 1", "ABBB 1"},
-    // another part A does not, nor do part letters in a shorter, a longer or a lower-case group
+    // a part A does not, and neither do part letters in a shorter, longer or lower-case group
     {"XXAA 57081 XXBB", "XXBB"},
     {"BB 1BB XXBBB 12CC5 xxbb XXDD", "XXDD"},
 };
 
 }  // namespace
 
-TEST(DropsondeRemarks, WordsTakeWhatBelongsToThemAndFileNothing) {
+TEST(DropsondeRemarks, WordsTakeTheirGroupsAndFileNothing) {
     for (const WordRow& row : WORDS) {
         SCOPED_TRACE(row.groups);
         OpenDecoder decoder = OpenDecoder::inPart(0, "62626 " + std::string(row.groups));
@@ -98,7 +98,7 @@ TEST(DropsondeRemarks, EveryKeywordReachesItsDecoder) {
     EXPECT_EQ(decoder.rest(), "TTDD");
 }
 
-TEST(DropsondeRemarks, StormFeaturesAreDroppedAroundALayerWind) {
+TEST(DropsondeRemarks, StormFeaturesAroundALayerWindAreSkipped) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "62626 EYEWALL 270 MXWNDBND WL150 09063 078 SONDE FAILED");
     decoder.decode62626();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(LAYER_150M, {{WDIR, 90}, {WSPD, 63}, {HEIGHT, 78}})}));
@@ -143,7 +143,7 @@ TEST(DropsondeRemarks, LastMustBeFollowedByReport) {
               "LAST must be followed by REPORT. Error detected near report  ...");
 }
 
-TEST(DropsondeRemarks, GroupBehindLastMustMakeSixCharacters) {
+TEST(DropsondeRemarks, GroupAfterLastMustHaveSixCharacters) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "62626 LAST XYZ ABCD XXBB");
     EXPECT_EQ(faultOf([&] { decoder.decode62626(); }),
               "This code group requires exactly 6 characters. Error detected near XYZ ABCD XXBB  ...");
@@ -158,7 +158,7 @@ TEST(DropsondeRemarks, GroupBehindLastMustMakeSixCharacters) {
     EXPECT_EQ(last.rest(), "");
 }
 
-TEST(DropsondeRemarks, GroupBehindAevMustMakeFiveCharacters) {
+TEST(DropsondeRemarks, GroupAfterAevMustHaveFiveCharacters) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "62626 AEV 2050 789 XXBB");
     EXPECT_EQ(faultOf([&] { decoder.decode62626(); }),
               "This code group requires exactly 5 characters. Error detected near 2050 789 XXBB  ...");
@@ -183,7 +183,7 @@ TEST(DropsondeRemarks, LevelsFiledBeforeAFaultStay) {
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(LAST_WIND, {{HEIGHT, 13}})}));
 }
 
-TEST(DropsondeRemarks, VeryLongWordIsDropped) {
+TEST(DropsondeRemarks, VeryLongWordIsSkipped) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "62626 " + std::string(100000, 'B') + " LST WND 013");
     decoder.decode62626();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(LAST_WIND, {{HEIGHT, 13}})}));
@@ -216,7 +216,7 @@ TEST(DropsondeRemarks, WholeDropsondeReportGivesItsLevelsAndItsRemarks) {
     EXPECT_EQ(decoder.rest(), "");
 }
 
-TEST(DropsondeRemarks, AreDecodedInALandReportToo) {
+TEST(DropsondeRemarks, AreAlsoDecodedInALandReport) {
     const Corvane report("TTAA 0612/ 72201 88999 77999 62626 LST WND 013");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(LAST_WIND, {{HEIGHT, 13}})}));
 }

@@ -1,5 +1,5 @@
 // Reports written from known levels by a generator: they decode to those levels, and to nothing else, however their
-// groups are parted, closed or split.
+// groups are separated, closed or split.
 #include "support/OpenDecoder.h"
 
 #include <algorithm>
@@ -35,7 +35,7 @@ std::string pickOf(const std::vector<std::string>& choices) {
     return choices[static_cast<std::size_t>(pick(0, static_cast<int>(choices.size()) - 1))];
 }
 
-std::string figures(int number, int width) {
+std::string digits(int number, int width) {
     std::string text = std::to_string(number);
     return std::string(static_cast<std::size_t>(width) - text.size(), '0') + text;
 }
@@ -44,7 +44,7 @@ std::string figures(int number, int width) {
 
 struct Group {
     std::string text;
-    // Where a stray blank may stand so that the decoder joins the two pieces again; empty for most groups.
+    // Where a stray space may be, so that the decoder joins the two pieces again; empty for most groups.
     std::vector<std::size_t> cuts;
 };
 
@@ -85,7 +85,7 @@ void put(Part& part, const std::string& text) {
     part.groups.push_back({text, {}});
 }
 
-// A group of the remarks that may be broken at any place.
+// A group of the remarks that may be split anywhere.
 void putJoinable(Part& part, const std::string& text) {
     Group group = {text, {}};
     for (std::size_t place = 1; place < text.size(); ++place) {
@@ -118,18 +118,18 @@ Air pickAir() {
     air.temperatureGiven = true;
     air.temperature = (belowZero ? -tenths : tenths) / 10.0;
     if (given == 8) {
-        air.group = figures(tenths, 3) + "//";
+        air.group = digits(tenths, 3) + "//";
         return air;
     }
     air.dewPointGiven = true;
     if (chance(50)) {
         const int depressionTenths = pick(0, 50);
         air.dewPoint = ((belowZero ? -tenths : tenths) - depressionTenths) / 10.0;
-        air.group = figures(tenths, 3) + figures(depressionTenths, 2);
+        air.group = digits(tenths, 3) + digits(depressionTenths, 2);
     } else {
         const int depression = pick(6, 49);
         air.dewPoint = ((belowZero ? -tenths : tenths) - depression * 10) / 10.0;
-        air.group = figures(tenths, 3) + figures(50 + depression, 2);
+        air.group = digits(tenths, 3) + digits(50 + depression, 2);
     }
     return air;
 }
@@ -153,7 +153,7 @@ Wind pickWind(bool knots) {
     wind.given = true;
     wind.direction = fives * 5;
     wind.speed = knots ? speed * 0.5144 : speed;
-    wind.group = figures(fives / 2, 2) + figures(fives % 2 == 0 ? speed : 500 + speed, 3);
+    wind.group = digits(fives / 2, 2) + digits(fives % 2 == 0 ? speed : 500 + speed, 3);
     return wind;
 }
 
@@ -182,7 +182,7 @@ Station pickStation(int form) {
     station.hour = pick(0, 23);
     station.knots = chance(50);
     if (form == TEMP) {
-        station.name = figures(pick(1000, 99999), 5);
+        station.name = digits(pick(1000, 99999), 5);
     } else {
         if (form != DROP) {
             station.name = pickOf({"SHIP", "KABC7", "ZZ", "TTBB", "12345"});
@@ -208,16 +208,16 @@ void writeSection1(Part& part, const Station& station, int number, const std::st
     if (station.form == SHIP || station.form == MOBIL) {
         put(part, station.name);
     }
-    put(part, figures(station.day + (station.knots ? 50 : 0), 2) + figures(station.hour, 2) + last);
+    put(part, digits(station.day + (station.knots ? 50 : 0), 2) + digits(station.hour, 2) + last);
     if (station.form == TEMP) {
         put(part, station.name);
         return;
     }
-    put(part, "99" + figures(station.latitudeTenths, 3));
-    put(part, station.quadrant + figures(station.longitudeTenths, 4));
+    put(part, "99" + digits(station.latitudeTenths, 3));
+    put(part, station.quadrant + digits(station.longitudeTenths, 4));
     put(part, station.marsden);
     if (station.form == MOBIL) {
-        put(part, figures(station.elevation, 4) + figures(station.elevationUnit, 1));
+        put(part, digits(station.elevation, 4) + digits(station.elevationUnit, 1));
     }
 }
 
@@ -245,7 +245,7 @@ const std::vector<Surface> SURFACES_C = {
     {"05", 5, 30000, 39990, 10},  {"03", 3, 35010, 45000, 10},  {"01", 1, 45010, 55000, 10},
 };
 
-// The pressure of the surface, or solidi; a level without a pressure stays a standard one at 0 hPa.
+// The pressure of the surface, or solidi: without a pressure the level is a standard one at 0 hPa.
 void writeSurface(Part& part, bool knots) {
     Level level(Corvane::LT_SURFACE);
     if (chance(10)) {
@@ -254,7 +254,7 @@ void writeSurface(Part& part, bool knots) {
         level.fields[Corvane::LF_PRES] = 0.0;
     } else {
         const int pressure = chance(80) ? pick(900, 1099) : pick(100, 899);
-        put(part, "99" + figures(pressure % 1000, 3));
+        put(part, "99" + digits(pressure % 1000, 3));
         level.fields[Corvane::LF_PRES] = pressure;
     }
     const Air air = pickAir();
@@ -276,7 +276,7 @@ void writeStandardSurface(Part& part, bool knots, const Surface& surface, int la
     } else {
         const int height = pick(surface.lowest / surface.step, surface.highest / surface.step) * surface.step;
         const int written = height < 0 ? 500 - height : height / surface.step % 1000;
-        put(part, surface.indicator + figures(written, 3));
+        put(part, surface.indicator + digits(written, 3));
         level.fields[Corvane::LF_HEIGHT] = height;
     }
     const Air air = pickAir();
@@ -309,7 +309,7 @@ bool writeSection2(Part& part, bool knots, int number, int lastWindPressure) {
     return reported == all;
 }
 
-// A temperature or dew point that only the wind's flags count as given is not a number; the wind itself is not filed.
+// A temperature or dew point that counts as given only because of the wind is not a number. The wind is not filed.
 void writeTropopause(Part& part, bool knots, int number) {
     const double notGiven = std::numeric_limits<double>::quiet_NaN();
     Level level(Corvane::LT_TROPOPAUSE);
@@ -317,7 +317,7 @@ void writeTropopause(Part& part, bool knots, int number) {
         put(part, "88///");
     } else {
         const int pressure = pick(1, 998);
-        put(part, "88" + figures(pressure, 3));
+        put(part, "88" + digits(pressure, 3));
         level.fields[Corvane::LF_PRES] = number == PART_C ? pressure / 10.0 : pressure;
     }
     const Air air = pickAir();
@@ -340,7 +340,7 @@ void writeMaximumWind(Part& part, bool knots) {
         put(part, indicator + "///");
     } else {
         const int pressure = pick(1, 998);
-        put(part, indicator + figures(pressure, 3));
+        put(part, indicator + digits(pressure, 3));
         level.fields[Corvane::LF_PRES] = pressure;
     }
     const Wind wind = pickWind(knots);
@@ -353,7 +353,7 @@ void writeMaximumWind(Part& part, bool knots) {
                 shear += "//";
             } else {
                 const int speed = pick(0, 99);
-                shear += figures(speed, 2);
+                shear += digits(speed, 2);
                 level.fields[field] = speed * unit;
             }
         }
@@ -394,11 +394,11 @@ double writeSignificantPressure(Part& part, int number, int index) {
     const std::string levelNumber = index == 0 ? "00" : std::string(2, static_cast<char>('1' + (index - 1) % 9));
     if (number == PART_D) {
         const int tenths = pick(1, 999);
-        put(part, levelNumber + figures(tenths, 3));
+        put(part, levelNumber + digits(tenths, 3));
         return tenths / 10.0;
     }
     const int pressure = pick(100, 1099);
-    put(part, levelNumber + figures(pressure % 1000, 3));
+    put(part, levelNumber + digits(pressure % 1000, 3));
     return pressure;
 }
 
@@ -435,13 +435,13 @@ void writeSections5And6(Part& part, bool knots, int number) {
 // 31313 srrara(ra)sasa 8GGgg
 void writeSection7(Part& part, Report& report) {
     report.obsTime = pick(0, 23) * 100 + pick(0, 59);
-    report.sonde = figures(pick(0, 99999), 5);
+    report.sonde = digits(pick(0, 99999), 5);
     put(part, "31313");
     put(part, report.sonde);
-    put(part, "8" + figures(report.obsTime, 4));
+    put(part, "8" + digits(report.obsTime, 4));
 }
 
-// A group that belongs to nothing: it opens no section and is no MMMM. Its letters are none of A to D.
+// A group that belongs to no section: it opens none and is no MMMM. It has none of the letters A to D.
 std::string pickFreeGroup(int shortest) {
     static const std::string characters = "0123456789EFGHIJKLMNOPQRSTUVWXYZ/-.+";
     const std::set<std::string> openers = {"61616", "62626", "63636", "64646", "65656",
@@ -466,7 +466,7 @@ void writePosition(Part& part, Level& level) {
     const int longitude = pick(0, 179) * 100 + pick(0, 59);
     const bool north = chance(50);
     const bool east = chance(50);
-    putJoinable(part, figures(latitude, 4) + (north ? "N" : "S") + figures(longitude, 5) + (east ? "E" : "W"));
+    putJoinable(part, digits(latitude, 4) + (north ? "N" : "S") + digits(longitude, 5) + (east ? "E" : "W"));
     level.fields[Corvane::LF_LAT] = (north ? latitude : -latitude) / 100.0;
     level.fields[Corvane::LF_LON] = (east ? longitude : -longitude) / 100.0;
 }
@@ -479,7 +479,7 @@ void writeRemarkWithLevel(Part& part, bool knots) {
         const Wind wind = pickWind(knots);
         const int height = pick(0, 999);
         putJoinable(part, wind.group);
-        putJoinable(part, figures(height, 3));
+        putJoinable(part, digits(height, 3));
         level.type = Corvane::LT_150MLAYERWIND;
         setWind(level, wind);
         level.fields[Corvane::LF_HEIGHT] = height;
@@ -496,7 +496,7 @@ void writeRemarkWithLevel(Part& part, bool knots) {
         writePosition(part, level);
         const int minutes = pick(0, 23) * 100 + pick(0, 59);
         const int time = keyword == "SPL" ? minutes : minutes * 100 + pick(0, 59);
-        putJoinable(part, figures(time, keyword == "SPL" ? 4 : 6));
+        putJoinable(part, digits(time, keyword == "SPL" ? 4 : 6));
         level.fields[Corvane::LF_TIME] = time;
         part.levels.push_back(level);
         return;
@@ -504,13 +504,13 @@ void writeRemarkWithLevel(Part& part, bool knots) {
     put(part, "WND");
     if (keyword == "LST") {
         const int height = pick(0, 999);
-        putJoinable(part, figures(height, 3));
+        putJoinable(part, digits(height, 3));
         level.type = Corvane::LT_LASTWINDHEIGHT;
         level.fields[Corvane::LF_HEIGHT] = height;
         part.levels.push_back(level);
         return;
     }
-    // The wind of these two is kept when it is not given, as not a number.
+    // These two are filed without a wind, too; direction and speed are then not a number.
     const Wind wind = pickWind(knots);
     putJoinable(part, wind.group);
     level.fields[Corvane::LF_WDIR] = std::numeric_limits<double>::quiet_NaN();
@@ -519,7 +519,7 @@ void writeRemarkWithLevel(Part& part, bool knots) {
     if (keyword == "DLM") {
         const int first = pick(100, 1099);
         const int second = pick(100, 1099);
-        putJoinable(part, figures(first % 1000, 3) + figures(second % 1000, 3));
+        putJoinable(part, digits(first % 1000, 3) + digits(second % 1000, 3));
         level.fields[Corvane::LF_PRES] = first;
         level.fields[Corvane::LF_PRES2] = second;
     }
@@ -527,7 +527,7 @@ void writeRemarkWithLevel(Part& part, bool knots) {
     part.levels.push_back(level);
 }
 
-// Words of the remarks that give no level.
+// Words of the remarks that file no level.
 void writeOtherRemark(Part& part) {
     const std::string word = pickOf({"SONDE", "FAILED", "EYE", "CENTER", "RAINBAND", "MXWNDBND", "XXAA", "OBS", "2",
                                      "EYEWALL", "AEV", "LAST", "12BB5", "WND", "REPORT", "61616", "62626"});
@@ -535,7 +535,7 @@ void writeOtherRemark(Part& part) {
     if (word == "EYEWALL") {
         put(part, pickOf({"270", "XXCC", "REL", "WL150"}));
     } else if (word == "AEV") {
-        putJoinable(part, figures(pick(0, 99999), 5));
+        putJoinable(part, digits(pick(0, 99999), 5));
     } else if (word == "LAST") {
         putJoinable(part, "REPORT");
     }
@@ -553,15 +553,15 @@ void writeDropsondeRemarks(Part& part, bool knots) {
     }
 }
 
-// `behindSection7`: 66666 would be a maximum wind where it follows sections 2 to 4 at once.
-void writeSections9And10(Part& part, const Station& station, bool behindSection7) {
+// `afterSection7`: directly after sections 2 to 4, 66666 would be a maximum wind.
+void writeSections9And10(Part& part, const Station& station, bool afterSection7) {
     if (chance(30)) {
         put(part, pickOf({"51515", "52525", "53535", "54545", "55555", "56565", "57575", "58585", "59595"}));
         writeFreeGroups(part, 2);
     }
     if (chance(30)) {
-        put(part, pickOf({"61616", "63636", "64646", "65656", "67676", "68686", "69696",
-                          behindSection7 ? "66666" : "61616"}));
+        put(part,
+            pickOf({"61616", "63636", "64646", "65656", "67676", "68686", "69696", afterSection7 ? "66666" : "61616"}));
         writeFreeGroups(part, 1);
     }
     if (station.form == DROP && chance(70)) {
@@ -580,14 +580,14 @@ void writePart(Report& report, int number, Closing closing) {
     if (number == PART_A || number == PART_C) {
         const std::map<std::string, int>& lastWinds = number == PART_A ? LAST_WIND_A : LAST_WIND_C;
         const auto lastWind = std::next(lastWinds.begin(), pick(0, static_cast<int>(lastWinds.size()) - 1));
-        const bool nothingBehind = !section7 && chance(50);
+        const bool nothingFollows = !section7 && chance(50);
         writeSection1(part, station, number, lastWind->first);
         const bool complete = writeSection2(part, station.knots, number, lastWind->second);
-        writeSections3And4(part, station.knots, number, complete, nothingBehind);
+        writeSections3And4(part, station.knots, number, complete, nothingFollows);
         if (section7) {
             writeSection7(part, report);
         }
-        if (!nothingBehind) {
+        if (!nothingFollows) {
             writeSections9And10(part, station, section7);
         }
     } else {
@@ -598,12 +598,12 @@ void writePart(Report& report, int number, Closing closing) {
         }
         writeSection1(part, station, number, last);
         writeSections5And6(part, station.knots, number);
-        // Without 31313 sections 5 and 6 take all groups to the end of the text for their own.
+        // Without 31313, sections 5 and 6 read all groups to the end of the text as theirs.
         if (section7) {
             writeSection7(part, report);
             if (chance(30)) {
                 put(part, "41414");
-                put(part, figures(pick(0, 99999), 5));
+                put(part, digits(pick(0, 99999), 5));
             }
             writeSections9And10(part, station, true);
         }
@@ -711,7 +711,7 @@ bool same(const Level& first, const Level& second) {
                       });
 }
 
-// Where two lists of levels part, in words; empty when they are the same.
+// The first difference between two lists of levels, in words; empty when they are the same.
 std::string difference(const std::vector<Level>& expected, const std::vector<Level>& found) {
     for (std::size_t index = 0; index < std::max(expected.size(), found.size()); ++index) {
         if (index >= found.size() || index >= expected.size() || !same(expected[index], found[index])) {
@@ -727,7 +727,7 @@ double signedTenths(int tenths, bool negative) {
     return (negative ? -tenths : tenths) / 10.0;
 }
 
-// What stands in section 1 and section 7 of the report and what the decoder says, where they are not the same.
+// Where the decoder differs from sections 1 and 7 of the report; empty when it does not.
 std::string differenceOfStation(const Report& report, const OpenDecoder& decoder) {
     const Station& station = report.station;
     const std::string& quadrant = station.quadrant;
@@ -751,7 +751,7 @@ std::string differenceOfStation(const Report& report, const OpenDecoder& decoder
     return wrong;
 }
 
-// Decodes the text and says how it differs from the report; empty when it does not, and the fault when there is one.
+// How the decoded text differs from the report; empty when it does not, and the fault when there is one.
 std::string differenceFrom(const Report& report, const std::string& text) {
     try {
         const OpenDecoder decoder(text);
@@ -804,7 +804,7 @@ RC_GTEST_PROP(GeneratedReports, ATerminatorAtTheEndOfAPartChangesNothing, ()) {
     const Corvane withTerminators(text);
     const Corvane without(textOf(report));
     RC_ASSERT(withTerminators.tokens() == without.tokens());
-    // A part alone, its terminator glued on.
+    // A single part with its terminator directly after it.
     const Report single = *onePartReports();
     RC_ASSERT(differenceFrom(single, textOf(single) + "=") == "");
 }
@@ -836,7 +836,7 @@ RC_GTEST_PROP(GeneratedReports, AStrayBlankInsideAGroupOfTheRemarksIsJoined, ())
     RC_ASSERT(differenceFrom(report, text) == "");
 }
 
-// A generator that leaves kinds or quantities out would prove nothing about them.
+// The properties above prove nothing about a kind or quantity that the generator never makes.
 TEST(GeneratedReports, HoldEveryKindOfLevelAndEveryQuantity) {
     std::set<Corvane::LEVEL_TYPE> kinds;
     std::set<Corvane::LEVEL_FIELD> quantities;

@@ -14,7 +14,7 @@ struct HeightRow {
 };
 
 const HeightRow HEIGHTS[] = {
-    // metres as coded
+    // metres, as written
     {"013", 13},
     {"000", 0},
     {"150", 150},
@@ -42,7 +42,7 @@ struct LayerRow {
 };
 
 const LayerRow LAYERS[] = {
-    // three figures each
+    // three digits each
     {"997850", 997, 850},
     {"850997", 850, 997},
     {"999100", 999, 100},

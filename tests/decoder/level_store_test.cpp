@@ -56,7 +56,7 @@ TEST(Level, EveryQuantityHasItsValueAndName) {
         {Corvane::LF_HEIGHT, 5, "height"},
         {Corvane::LF_VA, 6, "va"},
         {Corvane::LF_VB, 7, "vb"},
-        // These four are named by the table's header alone.
+        // These four have a name only in the header of the table.
         {Corvane::LF_TIME, 8, "unknown"},
         {Corvane::LF_LAT, 9, "unknown"},
         {Corvane::LF_LON, 10, "unknown"},
@@ -82,7 +82,7 @@ TEST(Level, LevelOfNoKindIsGeneric) {
     EXPECT_TRUE(level.fields.empty());
 }
 
-TEST(Level, KindAloneMakesALevelWithoutQuantities) {
+TEST(Level, KindMakesALevelWithoutQuantities) {
     const Corvane::Level level(Corvane::LT_MAXWIND);
     EXPECT_EQ(level.type, Corvane::LT_MAXWIND);
     EXPECT_TRUE(level.fields.empty());
@@ -101,7 +101,7 @@ TEST(Level, QuantitiesAscendByTheirValue) {
     EXPECT_EQ(order, ascending);
 }
 
-TEST(Level, ComparisonSeesTheKindAlone) {
+TEST(Level, ComparisonSeesOnlyTheKind) {
     const OpenDecoder::LevelComparatorByType before;
     EXPECT_TRUE(before(levelAt(Corvane::LT_SURFACE, 1014.0), levelAt(Corvane::LT_MANDATORY, 10.0)));
     EXPECT_FALSE(before(levelAt(Corvane::LT_MANDATORY, 10.0), levelAt(Corvane::LT_SURFACE, 1014.0)));
@@ -124,7 +124,7 @@ TEST(LevelStore, SurfaceComesBeforeTheSignificantLevels) {
     EXPECT_EQ(summaryOf(decoder.allLevels()), "surface 1014, significant 850, significant 925");
 }
 
-TEST(LevelStore, EveryKindStandsAtItsPlaceWhateverTheFilingOrder) {
+TEST(LevelStore, KindsAscendInAnyFilingOrder) {
     OpenDecoder decoder;
     for (int value = 12; value >= 0; --value) {
         Corvane::Level level(static_cast<Corvane::LEVEL_TYPE>(value));
@@ -204,7 +204,7 @@ TEST(LevelStore, ChosenKindWithoutLevelsAddsNothing) {
 }
 
 TEST(LevelStore, PressureDoesNotOrderTheStore) {
-    // Lowest pressure on the highest kind and the reverse: only the kind orders the store.
+    // The lowest pressure has the highest kind and the other way round: only the kind orders the store.
     const OpenDecoder decoder =
         OpenDecoder::holding({levelAt(Corvane::LT_TROPOPAUSE, 1.0), levelAt(Corvane::LT_MANDATORY, 500.0),
                               levelAt(Corvane::LT_GENERIC, 2000.0)});

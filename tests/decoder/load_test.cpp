@@ -120,7 +120,7 @@ TEST(Load, ObjectsInThreadsShareNothing) {
                     same = levels[n].type == expected[n].type && levels[n].fields == expected[n].fields;
                 }
                 count += same ? 0 : 1;
-                // Garbled figures, so that the slow number readers are at work too.
+                // Garbled digits, for the slow number readers.
                 count += faultIn("TTAA 56000 72403 99014 1+245 2.015 00/4x 12452") ==
                                  "Dewpoint depression code may not be between 51 to 56. Error detected at 12452 ..."
                              ? 0

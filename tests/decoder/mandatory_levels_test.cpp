@@ -1,4 +1,4 @@
-// Section 2: the surface and the standard isobaric surfaces of parts A and C, and the heights of their three figures.
+// Section 2: the surface and the standard isobaric surfaces of parts A and C, and the heights of their three digits.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -15,12 +15,12 @@ const char* const WRONG_CODE = "The mandatory significant observation is incorre
 struct HeightRow {
     int part;
     const char* code;
-    double figures;
+    double digits;
     double height;
 };
 
 const HeightRow HEIGHTS[] = {
-    // part A, 1000 hPa: 500 and more are below sea level
+    // part A, 1000 hPa: from 500 on, below sea level
     {0, "00", 0, 0},
     {0, "00", 120, 120},
     {0, "00", 499, 499},
@@ -70,7 +70,7 @@ const HeightRow HEIGHTS[] = {
     {0, "15", 501, 15010},
     {0, "10", 660, 16600},
     {0, "10", 999, 19990},
-    // part A knows no other surface
+    // part A has no other surface
     {0, "07", 501, 501},
     {0, "01", 501, 501},
     {0, "XX", 17, 17},
@@ -114,7 +114,7 @@ const HeightRow HEIGHTS[] = {
     {2, "01", 500, 55000},
     {2, "01", 501, 45010},
     {2, "01", 780, 47800},
-    // part C knows no other surface
+    // part C has no other surface
     {2, "00", 620, 620},
     {2, "85", 501, 501},
     {2, "99", 13, 13},
@@ -146,7 +146,7 @@ const SurfaceRow SURFACES[] = {
     {"99ABC", 1000},
     {"99/13", 1000},
     {"99", 1000},
-    // a leading number, and as it stands: signs, points, exponents
+    // a leading number, taken as written: signs, points, exponents
     {"9987/", 1087},
     {"99+12", 1012},
     {"99-12", 988},
@@ -155,7 +155,7 @@ const SurfaceRow SURFACES[] = {
     {"991e2", 100},
     {"990x1", 1000},
     {"995", 1005},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"999871", 987},
 };
 
@@ -172,13 +172,13 @@ std::vector<double> pressuresOf(const std::vector<OpenDecoder::MandatoryInfo>& t
 
 TEST(MandatoryHeight, FollowsTheTableOfThePart) {
     for (const HeightRow& row : HEIGHTS) {
-        SCOPED_TRACE("part " + std::to_string(row.part) + ", " + row.code + " with " + std::to_string(row.figures));
+        SCOPED_TRACE("part " + std::to_string(row.part) + ", " + row.code + " with " + std::to_string(row.digits));
         const OpenDecoder decoder = OpenDecoder::inPart(row.part, "");
-        EXPECT_DOUBLE_EQ(decoder.mandatoryHeight(row.code, row.figures), row.height);
+        EXPECT_DOUBLE_EQ(decoder.mandatoryHeight(row.code, row.digits), row.height);
     }
 }
 
-TEST(MandatoryHeight, FractionsCountOnTheirSideOfFiveHundred) {
+TEST(MandatoryHeight, FractionsAreComparedWithFiveHundredUnrounded) {
     const OpenDecoder partA = OpenDecoder::inPart(0, "");
     EXPECT_DOUBLE_EQ(partA.mandatoryHeight("00", 499.5), 499.5);
     EXPECT_DOUBLE_EQ(partA.mandatoryHeight("70", 500.5), 2500.5);
@@ -240,7 +240,7 @@ TEST(MandatoryLevel, StandardSurfaceOfSolidiIsTakenAndNotFiled) {
     EXPECT_EQ(decoder.rest(), "70012");
 }
 
-TEST(MandatoryLevel, SurfaceWithPressureAloneIsNotFiled) {
+TEST(MandatoryLevel, SurfaceWithOnlyAPressureIsNotFiled) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "99013 ///// ///// 00120");
     decoder.decodeMandatory(decoder.mandatoryA, 0);
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {}));
@@ -263,7 +263,7 @@ TEST(MandatoryLevel, HeightThatIsNoNumberIsReadAsZero) {
     }
 }
 
-TEST(MandatoryLevel, WindStandsDownToTheLastWindLevelItself) {
+TEST(MandatoryLevel, WindIsReadUpToAndIncludingTheLastWindLevel) {
     for (const int lastWind : {700, 701, 699}) {
         SCOPED_TRACE(lastWind);
         OpenDecoder decoder = OpenDecoder::inPart(0, "70012 124// 27015");
@@ -366,7 +366,7 @@ TEST(SectionTwo, TropopauseGroupAtOnceEndsItWithoutLevels) {
     }
 }
 
-TEST(SectionTwo, PartAEndsBehindOneHundredHectopascals) {
+TEST(SectionTwo, PartAEndsAfterOneHundredHectopascals) {
     OpenDecoder decoder = OpenDecoder::inPart(
         0, "99013 124// 00120 122// 92805 120// 85540 118// 70012 102// 50560 101// 40760 303// 30950 505// "
            "25040 507// 20240 509// 15420 601// 10660 703// 12345 67890");
@@ -389,7 +389,7 @@ TEST(SectionTwo, PartAEndsBehindOneHundredHectopascals) {
     EXPECT_EQ(decoder.rest(), "12345 67890");
 }
 
-TEST(SectionTwo, PartCEndsBehindOneHectopascal) {
+TEST(SectionTwo, PartCEndsAfterOneHectopascal) {
     OpenDecoder decoder = OpenDecoder::inPart(2, "70850 601// 50060 603// 30380 505// 20640 507// 10100 409// "
                                                  "07350 401// 05590 303// 03120 105// 01780 007// 12345 67890");
     decoder.lastWindPresC = 9999;
@@ -406,7 +406,7 @@ TEST(SectionTwo, PartCEndsBehindOneHectopascal) {
     EXPECT_EQ(decoder.rest(), "12345 67890");
 }
 
-TEST(SectionTwo, EndsWithoutAFaultWhenTheQueueRunsEmptyBehindTheLastSurface) {
+TEST(SectionTwo, EndsWithoutAFaultWhenTheQueueIsEmptyAfterTheLastSurface) {
     OpenDecoder decoder = OpenDecoder::inPart(2, "70850 601// 50060 603// 30380 505// 20640 507// 10100 409// "
                                                  "07350 401// 05590 303// 03120 105// 01780 007//");
     decoder.lastWindPresC = 9999;
@@ -415,7 +415,7 @@ TEST(SectionTwo, EndsWithoutAFaultWhenTheQueueRunsEmptyBehindTheLastSurface) {
     EXPECT_EQ(decoder.rest(), "");
 }
 
-TEST(SectionTwo, QueueThatRunsEmptyBeforeIsAFaultAndTheLevelsStayFiled) {
+TEST(SectionTwo, QueueThatIsEmptyBeforeThatIsAFaultAndTheLevelsStayFiled) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "99013 124// 27015");
     EXPECT_EQ(faultOf([&] { decoder.decodeSection2(); }), "At least 2 code groups are required. Error detected at ...");
     EXPECT_TRUE(
@@ -477,7 +477,7 @@ TEST(SectionTwo, EveryPartButAUsesTheTableOfPartC) {
     EXPECT_EQ(decoder.rest(), "88999");
 }
 
-TEST(SectionTwo, WholePartACarriesWindsDownToTheIndicatedLevel) {
+TEST(SectionTwo, WholePartAHasWindsUpToTheIndicatedLevel) {
     const Corvane report("TTAA 56127 72201 99014 32259 11504 00140 30057 11506 92805 25058 12010 85540 20050 13015 "
                          "70160 10030 14020 50588 05705 40760 15912 88999 77999");
     EXPECT_TRUE(sameLevels(
@@ -521,8 +521,8 @@ TEST(SectionTwo, IndicatorZeroOfPartCGivesEveryLevelAWind) {
     }
 }
 
-TEST(MandatoryHeight, AMinusBeforeNoughtIsKeptWhereNothingIsAdded) {
-    // "-00" is read as minus nought; ten times that is minus nought too.
+TEST(MandatoryHeight, TheSignOfZeroIsKeptWhereNothingIsAdded) {
+    // "-00" is read as minus zero, and ten times that is minus zero.
     OpenDecoder decoder = OpenDecoder::inPart(0, "");
     EXPECT_TRUE(std::signbit(decoder.mandatoryHeight("50", -0.0)));
     EXPECT_TRUE(std::signbit(decoder.mandatoryHeight("40", -0.0)));

@@ -18,7 +18,7 @@ Fields westerly(Fields more) {
 }
 
 struct PressureRow {
-    const char* figures;
+    const char* digits;
     double pressure;
 };
 
@@ -33,7 +33,7 @@ const PressureRow PRESSURES[] = {
     {"", 0},
     {"ABC", 0},
     {"/50", 0},
-    // a leading number, as it stands
+    // a leading number, taken as written
     {"25/", 25},
     {"+12", 12},
     {"-5.", -5},
@@ -41,7 +41,7 @@ const PressureRow PRESSURES[] = {
     {"1e1", 10},
     {"1e", 0},
     {"0x1", 0},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"2501", 250},
     {"9990", 999},
 };
@@ -58,32 +58,32 @@ const ShearRow SHEARS[] = {
     {"4//10", {{VB, 10}}},
     {"405//", {{VA, 5}}},
     {"4////", {}},
-    // a value that is no number is zero; a leading number counts
+    // a value that is not a number is zero; a leading number counts
     {"4AB10", {{VA, 0}, {VB, 10}}},
     {"4/510", {{VA, 0}, {VB, 10}}},
     {"45/1/", {{VA, 5}, {VB, 1}}},
     {"4+5-5", {{VA, 5}, {VB, -5}}},
     {"4.55.", {{VA, 0.5}, {VB, 5}}},
     {"41e0x", {{VA, 0}, {VB, 0}}},
-    // three and four characters: the second value is zero, or its first figure
+    // three and four characters: the second value is zero, or its first digit
     {"405", {{VA, 5}, {VB, 0}}},
     {"4//", {{VB, 0}}},
     {"4051", {{VA, 5}, {VB, 1}}},
     {"405/", {{VA, 5}, {VB, 0}}},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"405109", {{VA, 5}, {VB, 10}}},
-    // an opener that begins with 4 is taken as well
+    // an opener that begins with 4 is taken for shears
     {"41414", {{VA, 14}, {VB, 14}}},
 };
 
 }  // namespace
 
-TEST(MaximumWind, PressureStandsAsReportedInEveryPart) {
+TEST(MaximumWind, PressureIsNotScaledInAnyPart) {
     for (const PressureRow& row : PRESSURES) {
         for (const std::string indicator : {"77", "66"}) {
             for (const int part : {0, 1, 2, 3}) {
-                SCOPED_TRACE(indicator + row.figures + " in part " + std::to_string(part));
-                OpenDecoder decoder = OpenDecoder::inPart(part, indicator + row.figures + " 27085 31313");
+                SCOPED_TRACE(indicator + row.digits + " in part " + std::to_string(part));
+                OpenDecoder decoder = OpenDecoder::inPart(part, indicator + row.digits + " 27085 31313");
                 decoder.decodeMaxWind();
                 EXPECT_TRUE(sameLevels(decoder.allLevels(),
                                        {levelOf(MAXWIND, {{PRES, row.pressure}, {WDIR, 270}, {WSPD, 85}})}));
@@ -93,7 +93,7 @@ TEST(MaximumWind, PressureStandsAsReportedInEveryPart) {
     }
 }
 
-TEST(MaximumWind, ShearGroupGivesTheValueBelowFirstAndTheValueAboveSecond) {
+TEST(MaximumWind, ShearGroupGivesTheValueBelowAndThenTheValueAbove) {
     for (const ShearRow& row : SHEARS) {
         SCOPED_TRACE(row.group);
         OpenDecoder decoder = OpenDecoder::inPart(0, "77250 27085 " + std::string(row.group) + " 31313");
@@ -126,7 +126,7 @@ TEST(MaximumWind, OnlyAGroupThatBeginsWithFourIsAShearGroup) {
     }
 }
 
-TEST(MaximumWind, EndOfTheReportBehindTheWindMeansNoShear) {
+TEST(MaximumWind, EndOfTheReportAfterTheWindMeansNoShear) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "77250 27085");
     decoder.decodeMaxWind();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(MAXWIND, westerly({}))}));
@@ -200,7 +200,7 @@ TEST(SectionFour, AnotherGroupInFrontMeansThatTheSectionIsAbsent) {
     }
 }
 
-TEST(SectionFour, NoMaximumWindTakesItsGroupAlone) {
+TEST(SectionFour, NoMaximumWindTakesOnlyItsGroup) {
     OpenDecoder alone = OpenDecoder::inPart(0, "77999");
     alone.decodeSection4();
     EXPECT_TRUE(sameLevels(alone.allLevels(), {}));
@@ -212,14 +212,14 @@ TEST(SectionFour, NoMaximumWindTakesItsGroupAlone) {
     EXPECT_EQ(followed.rest(), "77250 27085");
 }
 
-TEST(SectionFour, NoFurtherMaximumWindIsTakenBehindAMaximumWind) {
+TEST(SectionFour, NoFurtherMaximumWindIsTakenAfterAMaximumWind) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "77250 27085 77999 66180 28040");
     decoder.decodeSection4();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(MAXWIND, westerly({}))}));
     EXPECT_EQ(decoder.rest(), "66180 28040");
 }
 
-TEST(SectionFour, OnlySeventySevensMarkAMissingMaximumWind) {
+TEST(SectionFour, OnlySeventySevensSayThatThereIsNoMaximumWind) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "66999 27085 31313");
     decoder.decodeSection4();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(MAXWIND, {{PRES, 999}, {WDIR, 270}, {WSPD, 85}})}));
@@ -253,7 +253,7 @@ TEST(SectionFour, WholePartAHoldsItsMaximumWinds) {
     EXPECT_EQ(report.obsTime(), 1102);
 }
 
-TEST(SectionFour, WholePartCKeepsThePressureAsItStands) {
+TEST(SectionFour, WholePartCDoesNotScaleThePressure) {
     const Corvane report("TTCC 0612/ 72201 88999 77150 27085");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(MAXWIND, {{PRES, 150}, {WDIR, 270}, {WSPD, 85}})}));
 }

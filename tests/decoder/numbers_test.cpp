@@ -1,4 +1,4 @@
-// The number readers: against the stream and against strtod over every short text, and in a foreign locale.
+// The number readers: compared with the stream and with strtod over every short text, and in a foreign locale.
 #include "support/GlobalLocale.h"
 #include "support/OpenDecoder.h"
 
@@ -50,8 +50,8 @@ const std::string TELLING_CHARACTERS = "0159+-.eE/xn";
 TEST(Numbers, ReadAsTheStreamReadsEveryShortText) {
     int differences = 0;
     for (const std::string& text : textsOf(TELLING_CHARACTERS, 4)) {
-        if (!sameBits(OpenDecoder::extractDouble(text), fromStream<double>(text)) ||
-            OpenDecoder::extractInt(text) != fromStream<int>(text)) {
+        if (!sameBits(OpenDecoder::streamDouble(text), fromStream<double>(text)) ||
+            OpenDecoder::streamInt(text) != fromStream<int>(text)) {
             ADD_FAILURE() << "\"" << text << "\"";
             ASSERT_LT(++differences, 10) << "and more";
         }
@@ -62,9 +62,9 @@ TEST(Numbers, ReadAsTheStreamReadsDigitsOfAnyLength) {
     for (std::size_t length = 1; length <= 30; ++length) {
         for (const char digit : {'0', '1', '9'}) {
             const std::string text(length, digit);
-            EXPECT_TRUE(sameBits(OpenDecoder::extractDouble(text), fromStream<double>(text))) << text;
-            EXPECT_EQ(OpenDecoder::extractInt(text), fromStream<int>(text)) << text;
-            EXPECT_TRUE(sameBits(OpenDecoder::leadingNumber(text), std::strtod(text.c_str(), nullptr))) << text;
+            EXPECT_TRUE(sameBits(OpenDecoder::streamDouble(text), fromStream<double>(text))) << text;
+            EXPECT_EQ(OpenDecoder::streamInt(text), fromStream<int>(text)) << text;
+            EXPECT_TRUE(sameBits(OpenDecoder::strtodDouble(text), std::strtod(text.c_str(), nullptr))) << text;
         }
     }
 }
@@ -72,7 +72,7 @@ TEST(Numbers, ReadAsTheStreamReadsDigitsOfAnyLength) {
 TEST(Numbers, LeadingNumberReadsAsStrtodReadsEveryShortText) {
     int differences = 0;
     for (const std::string& text : textsOf("019+-.eE/xXaAnNiIfF", 3)) {
-        if (!sameBits(OpenDecoder::leadingNumber(text), std::strtod(text.c_str(), nullptr))) {
+        if (!sameBits(OpenDecoder::strtodDouble(text), std::strtod(text.c_str(), nullptr))) {
             ADD_FAILURE() << "\"" << text << "\"";
             ASSERT_LT(++differences, 10) << "and more";
         }
@@ -80,42 +80,42 @@ TEST(Numbers, LeadingNumberReadsAsStrtodReadsEveryShortText) {
 }
 
 TEST(Numbers, SpellingsOfTheStream) {
-    EXPECT_EQ(OpenDecoder::extractDouble("850"), 850.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("007"), 7.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("+5"), 5.0);
-    EXPECT_EQ(OpenDecoder::extractDouble(".5"), 0.5);
-    EXPECT_EQ(OpenDecoder::extractDouble("5."), 5.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("-12"), -12.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("1e2"), 100.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("1e"), 0.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("0x1"), 0.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("inf"), 0.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("nan"), 0.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("85/"), 85.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("/85"), 0.0);
-    EXPECT_EQ(OpenDecoder::extractDouble(""), 0.0);
-    EXPECT_EQ(OpenDecoder::extractInt("0930"), 930);
-    EXPECT_EQ(OpenDecoder::extractInt("//30"), 0);
-    EXPECT_EQ(OpenDecoder::extractInt("-3"), -3);
-    EXPECT_EQ(OpenDecoder::extractInt(""), 0);
+    EXPECT_EQ(OpenDecoder::streamDouble("850"), 850.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("007"), 7.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("+5"), 5.0);
+    EXPECT_EQ(OpenDecoder::streamDouble(".5"), 0.5);
+    EXPECT_EQ(OpenDecoder::streamDouble("5."), 5.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("-12"), -12.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("1e2"), 100.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("1e"), 0.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("0x1"), 0.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("inf"), 0.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("nan"), 0.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("85/"), 85.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("/85"), 0.0);
+    EXPECT_EQ(OpenDecoder::streamDouble(""), 0.0);
+    EXPECT_EQ(OpenDecoder::streamInt("0930"), 930);
+    EXPECT_EQ(OpenDecoder::streamInt("//30"), 0);
+    EXPECT_EQ(OpenDecoder::streamInt("-3"), -3);
+    EXPECT_EQ(OpenDecoder::streamInt(""), 0);
 }
 
 TEST(Numbers, SpellingsOfStrtod) {
-    EXPECT_EQ(OpenDecoder::leadingNumber("194730"), 194730.0);
-    EXPECT_EQ(OpenDecoder::leadingNumber("0X1"), 1.0);
-    EXPECT_EQ(OpenDecoder::leadingNumber("1E2"), 100.0);
-    EXPECT_EQ(OpenDecoder::leadingNumber("1E"), 1.0);
-    EXPECT_TRUE(std::isinf(OpenDecoder::leadingNumber("INF")));
-    EXPECT_TRUE(std::isnan(OpenDecoder::leadingNumber("NAN")));
-    EXPECT_EQ(OpenDecoder::leadingNumber("//"), 0.0);
-    EXPECT_EQ(OpenDecoder::leadingNumber(""), 0.0);
+    EXPECT_EQ(OpenDecoder::strtodDouble("194730"), 194730.0);
+    EXPECT_EQ(OpenDecoder::strtodDouble("0X1"), 1.0);
+    EXPECT_EQ(OpenDecoder::strtodDouble("1E2"), 100.0);
+    EXPECT_EQ(OpenDecoder::strtodDouble("1E"), 1.0);
+    EXPECT_TRUE(std::isinf(OpenDecoder::strtodDouble("INF")));
+    EXPECT_TRUE(std::isnan(OpenDecoder::strtodDouble("NAN")));
+    EXPECT_EQ(OpenDecoder::strtodDouble("//"), 0.0);
+    EXPECT_EQ(OpenDecoder::strtodDouble(""), 0.0);
 }
 
 TEST(Numbers, DoNotDependOnTheLocaleOfTheProgram) {
     const GlobalLocale foreign(new ForeignNumbers);
-    EXPECT_EQ(OpenDecoder::extractDouble("1.5"), 1.5);
-    EXPECT_EQ(OpenDecoder::extractDouble("1,5"), 1.0);
-    EXPECT_EQ(OpenDecoder::extractInt("1.5"), 1);
+    EXPECT_EQ(OpenDecoder::streamDouble("1.5"), 1.5);
+    EXPECT_EQ(OpenDecoder::streamDouble("1,5"), 1.0);
+    EXPECT_EQ(OpenDecoder::streamInt("1.5"), 1);
     const Corvane report("TTBB 56008 72403 11.50 1.512 22850 12305");
     const std::vector<Corvane::Level> levels = report.allLevels();
     ASSERT_EQ(levels.size(), 2U);
@@ -123,14 +123,14 @@ TEST(Numbers, DoNotDependOnTheLocaleOfTheProgram) {
     EXPECT_DOUBLE_EQ(levels[0].fields.at(Corvane::LF_TDRY), -0.15);
 }
 
-// The library may read numbers in the locale of C only by a function that is told the classic one.
+// strtod itself reads with the decimal point of the C locale in force.
 TEST(Numbers, DoNotDependOnTheLocaleOfC) {
     const DecimalCommaInC foreign;
     if (!foreign.found()) {
         GTEST_SKIP() << "no locale with a decimal comma is installed, nor in LOCPATH";
     }
-    EXPECT_EQ(OpenDecoder::leadingNumber("1.5"), 1.5);
-    EXPECT_EQ(OpenDecoder::leadingNumber("1,5"), 1.0);
-    EXPECT_EQ(OpenDecoder::extractDouble("1.5"), 1.5);
+    EXPECT_EQ(OpenDecoder::strtodDouble("1.5"), 1.5);
+    EXPECT_EQ(OpenDecoder::strtodDouble("1,5"), 1.0);
+    EXPECT_EQ(OpenDecoder::streamDouble("1.5"), 1.5);
     EXPECT_EQ(OpenDecoder::fractionalDegrees("123.5"), 1.235);
 }

@@ -1,4 +1,4 @@
-// Sections 9 and 10: the regional and national groups, passed over up to the next part.
+// Sections 9 and 10: the regional and national groups, skipped up to the next part.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -16,7 +16,7 @@ struct SkipRow {
 const SkipRow SECTION_NINE[] = {
     // nothing there
     {"", ""},
-    // the regional openers are passed over like any other group
+    // the regional openers are skipped like any other group
     {"51515 10164 00075", ""},
     {"59595 10164", ""},
     {"81102 41414 12345 51515 10164", ""},
@@ -33,13 +33,13 @@ const SkipRow SECTION_NINE[] = {
     {"BB BBB 1BB2 123BB 51515", ""},
     {"BBBA CCAC ttbb", ""},
     {"12B 12C 12D", ""},
-    // another part A is passed over
+    // another part A is skipped
     {"TTAA 0612/ 72201 TTBB 0612/", "TTBB 0612/"},
     {"TTAA 0612/ 72201", ""},
-    // a section opener other than the national ones is passed over
+    // a section opener other than the national ones is skipped
     {"31313 58708 81102", ""},
     {"XXXX1", ""},
-    // groups near a national opener are none
+    // groups similar to a national opener are none
     {"60606 6161 616161 65656", "65656"},
     // groups of two characters are long enough
     {"12 // AB", ""},
@@ -48,7 +48,7 @@ const SkipRow SECTION_NINE[] = {
 const SkipRow SECTION_TEN[] = {
     // nothing there
     {"", ""},
-    // everything is dropped unread, groups of one character too
+    // everything is skipped unread, also groups of one character
     {"61616 AF305 0208A", ""},
     {"61616 1 X / 69696 12345", ""},
     {"51515 31313 88999", ""},
@@ -57,11 +57,11 @@ const SkipRow SECTION_TEN[] = {
     {"61616 AF305 TTCC 0612/", "TTCC 0612/"},
     {"69696 XXDD", "XXDD"},
     {"12BB 1", "12BB 1"},
-    // only a group of four characters is one
+    // only a group of four characters is an identifier
     {"12BB5 12CC5 12DD55 XXBB", "XXBB"},
     {"61616 BB 1BB 12BB5 12345", ""},
     {"ttbb bb", ""},
-    // another part A is dropped
+    // another part A is skipped
     {"61616 TTAA 0612/ 72201", ""},
     {"TTAA 0612/ 72201 TTBB 0612/", "TTBB 0612/"},
     // remarks without a known word
@@ -72,7 +72,7 @@ const SkipRow SECTION_TEN[] = {
 
 }  // namespace
 
-TEST(SectionNine, PassesGroupsOverUpToTheNextPartOrANationalOpener) {
+TEST(SectionNine, SkipsGroupsUpToTheNextPartOrANationalOpener) {
     for (const SkipRow& row : SECTION_NINE) {
         SCOPED_TRACE(row.groups);
         OpenDecoder decoder = OpenDecoder::inPart(1, row.groups);
@@ -106,13 +106,13 @@ TEST(SectionNine, GroupOfOneCharacterIsOutOfRange) {
     EXPECT_EQ(decoder.rest(), "X 61616");
 }
 
-TEST(SectionNine, VeryLongGroupIsPassedOver) {
+TEST(SectionNine, VeryLongGroupIsSkipped) {
     OpenDecoder decoder = OpenDecoder::inPart(1, std::string(100000, '5') + " 61616");
     decoder.decodeSection9();
     EXPECT_EQ(decoder.rest(), "61616");
 }
 
-TEST(SectionTen, DropsGroupsUpToTheNextPart) {
+TEST(SectionTen, SkipsGroupsUpToTheNextPart) {
     for (const SkipRow& row : SECTION_TEN) {
         SCOPED_TRACE(row.groups);
         OpenDecoder decoder = OpenDecoder::inPart(1, row.groups);
@@ -122,7 +122,7 @@ TEST(SectionTen, DropsGroupsUpToTheNextPart) {
     }
 }
 
-TEST(SectionTen, HandsTheDropsondeRemarksOnFromWhereverTheyStand) {
+TEST(SectionTen, DecodesTheDropsondeRemarksWhereverTheyAre) {
     for (const std::string before : {"", "61616 AF305 0208A ", "69696 1 "}) {
         SCOPED_TRACE(before);
         OpenDecoder decoder = OpenDecoder::inPart(0, before + "62626 LST WND 013 XXBB 0612/");
@@ -142,21 +142,21 @@ TEST(SectionTen, OtherNationalSectionsHaveNoRemarks) {
     }
 }
 
-TEST(SectionTen, FaultInTheRemarksPassesOn) {
+TEST(SectionTen, FaultInTheRemarksPassesThrough) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "61616 AF305 62626 LST WIND 013 XXBB");
     EXPECT_EQ(faultOf([&] { decoder.decodeSection10(); }),
               "LST must be followed by WND. Error detected at WIND 013 XXBB ...");
     EXPECT_EQ(decoder.rest(), "WIND 013 XXBB");
 }
 
-TEST(RegionalAndNationalSections, NextPartBehindThePreviousOneIsLeftToBoth) {
+TEST(RegionalAndNationalSections, NextPartIsLeftByBoth) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "TTBB 0612/ 72201");
     decoder.decodeSection9();
     decoder.decodeSection10();
     EXPECT_EQ(decoder.rest(), "TTBB 0612/ 72201");
 }
 
-TEST(RegionalAndNationalSections, LongGroupWithPartLettersEndsTheFirstAndIsDroppedByTheSecond) {
+TEST(RegionalAndNationalSections, LongGroupWithPartLettersEndsTheFirstAndIsSkippedByTheSecond) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "51515 12BB5 1 2 3 TTCC 0612/");
     decoder.decodeSection9();
     EXPECT_EQ(decoder.rest(), "12BB5 1 2 3 TTCC 0612/");
@@ -173,7 +173,7 @@ TEST(RegionalAndNationalSections, FirstStopsAtTheNationalOpenerAndTheSecondDecod
     EXPECT_EQ(decoder.rest(), "");
 }
 
-TEST(RegionalAndNationalSections, WholeReportPassesThemOverBetweenItsParts) {
+TEST(RegionalAndNationalSections, WholeReportSkipsThemBetweenItsParts) {
     const OpenDecoder decoder("TTAA 0612/ 72201 88250 124// ///// 77999 51515 10164 00075 61616 AF305 1 "
                               "TTBB 0612/ 72201 00014 322// 31313 58708 81102 51515 10164 00075 69696 12BB5 "
                               "TTDD 0612/ 72201 11700 601//");
@@ -193,7 +193,7 @@ TEST(RegionalAndNationalSections, SecondPartAIsLostWithoutAFault) {
     EXPECT_EQ(decoder.dayOfMonth(), 8);
 }
 
-TEST(RegionalAndNationalSections, SecondReportBehindPartDIsLostUpToItsPartB) {
+TEST(RegionalAndNationalSections, SecondReportAfterPartDIsLostUpToItsPartB) {
     const OpenDecoder decoder("TTDD 0612/ 72201 11700 601// 31313 58708 81102 TTAA 0712/ 72202 88150 122// ///// "
                               "77999 TTBB 0812/ 72203 00014 322//");
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 70}, {TDRY, -60.1}}),

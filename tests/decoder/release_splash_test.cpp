@@ -1,4 +1,4 @@
-// The remarks REL, SPG and SPL: where and when a dropsonde was released and where it hit the surface.
+// The remarks REL, SPG and SPL: where and when a dropsonde was released, and where and when it reached the surface.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// What the outputs hold before the call.
+// The value of the outputs before the call.
 constexpr double UNTOUCHED = -7777.0;
 
 const char* const WRONG_POSITION = "REL and SPG position must be coded as 3233N06956W.";
@@ -21,7 +21,7 @@ struct PositionRow {
 };
 
 const PositionRow POSITIONS[] = {
-    // the four quadrants: degrees and minutes as one number, divided by a hundred
+    // the four quadrants: the digits divided by a hundred
     {"3233N06956W", 32.33, -69.56},
     {"3233N06956E", 32.33, 69.56},
     {"3232S06955E", -32.32, 69.55},
@@ -31,7 +31,7 @@ const PositionRow POSITIONS[] = {
     // zero keeps the sign of its hemisphere
     {"0000N00000E", 0.0, 0.0},
     {"0000S00000W", -0.0, -0.0},
-    // one valid hemisphere is enough; the other then counts as south or west
+    // one valid hemisphere is enough; the other counts as south or west
     {"3233X06956W", -32.33, -69.56},
     {"3233X06956E", -32.33, 69.56},
     {"3233N06956/", 32.33, -69.56},
@@ -40,14 +40,14 @@ const PositionRow POSITIONS[] = {
     {"3233/06956E", -32.33, 69.56},
     {"3233n06956E", -32.33, 69.56},
     {"3233W06956W", -32.33, -69.56},
-    // misplaced figures: each run of digits counts whole
+    // misplaced digits: each run of digits is one number
     {"32330N6956W", 323.30, -69.56},
     {"3N06956789W", 0.03, -69567.89},
     {"3N6W", 0.03, -0.06},
-    // a sign or a point stands in the place of a hemisphere
+    // a sign or a point in the place of a hemisphere
     {"3.2E06956W1", -0.03, 0.02},
     {"3-2E0695678", -0.03, 0.02},
-    // what stands behind the second hemisphere is not read
+    // what follows the second hemisphere is not read
     {"3233N6956W1", 32.33, -69.56},
     {"3233N06956WNW", 32.33, -69.56},
     {"3233N06956W3233S", 32.33, -69.56},
@@ -135,7 +135,7 @@ TEST(ReleaseAndSplashPosition, LatitudeAndLongitudeFollowTheTable) {
     }
 }
 
-TEST(ReleaseAndSplashPosition, MissingPieceOrNoHemisphereAtAllIsAFault) {
+TEST(ReleaseAndSplashPosition, MissingPieceOrNoValidHemisphereIsAFault) {
     for (const std::string group : NO_POSITIONS) {
         SCOPED_TRACE(group);
         const OpenDecoder decoder = OpenDecoder::withGroups("g1 g2 g3 g4 g5 g6 g7");
@@ -198,7 +198,7 @@ TEST(ReleaseAndSplashPoint, FirstOfEachKindIsKept) {
     }
 }
 
-TEST(ReleaseAndSplashPoint, KindsDoNotHinderEachOther) {
+TEST(ReleaseAndSplashPoint, KindsAreFiledIndependently) {
     OpenDecoder decoder = OpenDecoder::inPart(
         0, "SPL 3233N06956W 1956 SPG 3233N06956W 195640 REL 3233N06956W 194730 SPL 1111S02222E 0000");
     for (int remark = 0; remark < 4; ++remark) {
@@ -229,7 +229,7 @@ TEST(ReleaseAndSplashPoint, AnotherKeywordIsAFault) {
     }
 }
 
-TEST(ReleaseAndSplashPoint, PositionMustMakeElevenCharacters) {
+TEST(ReleaseAndSplashPoint, PositionMustHaveElevenCharacters) {
     OpenDecoder shortGroup = OpenDecoder::inPart(0, "REL 3233N0695W 194730 g3 g4 g5 g6 g7");
     EXPECT_EQ(faultOf([&] { shortGroup.decodeRELSPGSPL(); }), "This code group requires exactly 11 characters. "
                                                               "Error detected near 3233N0695W 194730 g3 g4 g5 g6  ...");
@@ -241,7 +241,7 @@ TEST(ReleaseAndSplashPoint, PositionMustMakeElevenCharacters) {
     EXPECT_TRUE(sameLevels(longGroup.allLevels(), {}));
 }
 
-TEST(ReleaseAndSplashPoint, TimeMustMakeSixCharactersOrFourForSpl) {
+TEST(ReleaseAndSplashPoint, TimeMustHaveSixCharactersOrFourForSpl) {
     OpenDecoder release = OpenDecoder::inPart(0, "REL 3233N06956W 1947 SPG");
     EXPECT_EQ(faultOf([&] { release.decodeRELSPGSPL(); }),
               "This code group requires exactly 6 characters. Error detected near 1947 SPG  ...");
@@ -266,7 +266,7 @@ TEST(ReleaseAndSplashPoint, SplitPositionAtTheEndLeavesNoTimeGroup) {
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {}));
 }
 
-TEST(ReleaseAndSplashPoint, WrongPositionIsAFaultThatBeginsAtThePosition) {
+TEST(ReleaseAndSplashPoint, WrongPositionIsAFaultAtThePosition) {
     for (const Keyword& keyword : KEYWORDS) {
         SCOPED_TRACE(keyword.word);
         OpenDecoder decoder =
@@ -278,7 +278,7 @@ TEST(ReleaseAndSplashPoint, WrongPositionIsAFaultThatBeginsAtThePosition) {
     }
 }
 
-TEST(ReleaseAndSplashPoint, LaterOneOfAKindIsCheckedAllTheSame) {
+TEST(ReleaseAndSplashPoint, LaterOneOfAKindIsStillChecked) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "REL 3233N06956W 194730 REL 32330006956 194730");
     decoder.decodeRELSPGSPL();
     EXPECT_EQ(faultOf([&] { decoder.decodeRELSPGSPL(); }),

@@ -18,7 +18,7 @@ constexpr double SPEED_BEFORE = -666.0;
 
 using Fields = std::map<Corvane::LEVEL_FIELD, double>;
 
-// Counts what the two readings do not agree on and keeps the first few cases.
+// Counts the disagreements of the two readings and keeps the first five.
 class Disagreements {
 public:
     void note(const std::string& group, const std::string& what) {
@@ -56,7 +56,7 @@ void forEveryText(std::size_t length, Call call) {
     }
 }
 
-// The digits in front of the first solidus as a number, 0 when there are none: "123" is 123, "1/2" is 1, "/12" is 0.
+// The digits before the first solidus as a number, 0 without any: "123" is 123, "1/2" is 1, "/12" is 0.
 int digitsOf(const std::string& text, std::size_t from, std::size_t length) {
     int number = 0;
     for (std::size_t place = from; place < from + length && text[place] != '/'; ++place) {
@@ -82,7 +82,7 @@ struct Air {
     int dewPointTenths = 0;
 };
 
-// TTT is the temperature in tenths of a degree, its last figure (approximate tenths and sign) even above and odd below
+// TTT is the temperature in tenths of a degree, its last digit (approximate tenths and sign) even above and odd below
 // zero; DD is the dew-point depression by code table 0777: 00 to 50 tenths of a degree, 56 to 99 whole degrees on top
 // of 50, and 51 to 55 not used. A solidus in the place of the tenths counts as odd.
 Air readAir(const std::string& group) {
@@ -179,7 +179,7 @@ Tally compareAir(bool knots) {
         if (air.temperatureGiven && std::signbit(temperature) != air.belowZero) {
             disagreements.note(group, "sign of the temperature " + std::to_string(temperature));
         }
-        // The decoder subtracts in floating point, this reading in whole tenths.
+        // The decoder subtracts in floating point, this reading subtracts whole tenths.
         const double expectedDewPoint = air.dewPointGiven ? air.dewPointTenths / 10.0 : DEW_POINT_BEFORE;
         if (!(std::abs(dewPoint - expectedDewPoint) <= (air.dewPointGiven ? 1e-9 : 0.0))) {
             disagreements.note(group, "dew point " + std::to_string(dewPoint));
@@ -229,7 +229,7 @@ Tally compareWind(bool knots) {
     return tally;
 }
 
-// The lowest height that the three figures of a surface can stand for, and the metres in their last figure.
+// The lowest height that the three digits of a surface can mean, and the metres in their last digit.
 struct Surface {
     int lowest;
     int step;
@@ -256,28 +256,28 @@ Surface surfaceOf(int part, const std::string& code) {
 }
 
 // At 1000 hPa a height below sea level is written as its amount plus 500.
-int readHeight(const Surface& surface, bool mayBeBelowSea, int figures) {
-    if (mayBeBelowSea && figures >= 500) {
-        return -(figures - 500);
+int readHeight(const Surface& surface, bool mayBeBelowSea, int digits) {
+    if (mayBeBelowSea && digits >= 500) {
+        return -(digits - 500);
     }
-    int height = figures * surface.step;
+    int height = digits * surface.step;
     while (height < surface.lowest) {
         height += 1000 * surface.step;
     }
     return height;
 }
 
-std::string threeFigures(int number) {
+std::string threeDigits(int number) {
     const std::string text = std::to_string(1000 + number);
     return text.substr(1);
 }
 
-// What a section left behind: the levels that it filed, and the groups that it did not take.
+// Compares what a section filed and which groups it did not take.
 void compareSection(OpenDecoder& decoder, const std::string& group, Corvane::LEVEL_TYPE kind,
                     const std::vector<Fields>& expected, const std::string& expectedRest,
                     Disagreements& disagreements) {
     if (decoder.rest() != expectedRest) {
-        disagreements.note(group, "left behind " + decoder.rest());
+        disagreements.note(group, "not taken: " + decoder.rest());
     }
     if (decoder.levelStore.size() != expected.size()) {
         disagreements.note(group, std::to_string(decoder.levelStore.size()) + " levels");
@@ -298,8 +298,8 @@ void compareSection(OpenDecoder& decoder, const std::string& group, Corvane::LEV
 const std::vector<std::string> LEVEL_NUMBERS = {"00", "11", "21", "31", "55", "99", "//", "XX"};
 
 // PPP of sections 5 and 6: whole hectopascals in part B, without the 1000; tenths in part D. Solidi read as 0.
-double readSignificantPressure(int part, const std::string& figures) {
-    const int number = digitsOf(figures, 0, 3);
+double readSignificantPressure(int part, const std::string& digits) {
+    const int number = digitsOf(digits, 0, 3);
     if (part == 3) {
         return number / 10.0;
     }
@@ -308,7 +308,7 @@ double readSignificantPressure(int part, const std::string& figures) {
 
 }  // namespace
 
-// Of the 11 x 11 x 11 texts for TTT one is ///; of the 11 x 11 for DD one is // and five are 51 to 55. So 121 groups
+// One of the 11 x 11 x 11 texts for TTT is ///; of the 11 x 11 for DD one is // and five are 51 to 55. So 121 groups
 // give nothing, 1330 x 5 are faults, 1330 give the temperature alone and 1330 x 115 both. The tenths are odd or a
 // solidus in 6 x 121 - 1 of the 1330.
 TEST(SecondOpinion, AgreesOnTheTemperatureOfEveryGroup) {
@@ -338,14 +338,14 @@ TEST(SecondOpinion, AgreesOnTheWindOfEveryGroup) {
 TEST(SecondOpinion, AgreesOnEveryHeightOfEverySurface) {
     std::vector<std::string> codes = {"", "0", "8", "850", "AA", "//", "8 ", " 85"};
     for (int code = 0; code < 100; ++code) {
-        codes.push_back(threeFigures(code).substr(1));
+        codes.push_back(threeDigits(code).substr(1));
     }
     OpenDecoder decoder;
     decoder.init();
     // Every surface of the two tables is among the codes.
     for (const auto* table : {&decoder.mandatoryA, &decoder.mandatoryC}) {
         for (const OpenDecoder::MandatoryInfo& surface : *table) {
-            EXPECT_EQ(surface.code, threeFigures(std::stoi(surface.code)).substr(1));
+            EXPECT_EQ(surface.code, threeDigits(std::stoi(surface.code)).substr(1));
         }
     }
     EXPECT_EQ(decoder.mandatoryA.size(), 12u);
@@ -357,19 +357,19 @@ TEST(SecondOpinion, AgreesOnEveryHeightOfEverySurface) {
         for (const std::string& code : codes) {
             const Surface surface = surfaceOf(part, code);
             const bool mayBeBelowSea = part == 0 && code == "00";
-            for (int figures = 0; figures < 1000; ++figures) {
-                const double height = decoder.mandatoryHeight(code, figures);
-                if (!(std::abs(height - readHeight(surface, mayBeBelowSea, figures)) <= 0.0)) {
-                    disagreements.note(threeFigures(figures), "part " + std::to_string(part) + ", surface " + code +
-                                                                  ", height " + std::to_string(height));
+            for (int digits = 0; digits < 1000; ++digits) {
+                const double height = decoder.mandatoryHeight(code, digits);
+                if (!(std::abs(height - readHeight(surface, mayBeBelowSea, digits)) <= 0.0)) {
+                    disagreements.note(threeDigits(digits), "part " + std::to_string(part) + ", surface " + code +
+                                                                ", height " + std::to_string(height));
                 }
-                unchanged[part] += std::abs(height - figures) <= 0.0 ? 1 : 0;
+                unchanged[part] += std::abs(height - digits) <= 0.0 ? 1 : 0;
             }
         }
     }
     disagreements.expectNone();
     // Of the 108 codes part A changes ten, and part C ten with 02. Of those of part A the 1000 hPa surface keeps the
-    // figures below 500; 000 stays 0 at 500 and at 400 hPa.
+    // digits below 500; 000 stays 0 at 500 and at 400 hPa.
     const std::map<int, int> unchangedByHand = {{0, 98 * 1000 + 500 + 2}, {1, 108000}, {2, 98 * 1000}, {3, 108000}};
     EXPECT_EQ(unchanged, unchangedByHand);
 }
@@ -380,20 +380,20 @@ TEST(SecondOpinion, AgreesOnEveryTropopausePressure) {
     for (const int part : {0, 2}) {
         int withPressure = 0;
         decoder.part = part;
-        forEveryText(3, [&](const std::string& figures) {
+        forEveryText(3, [&](const std::string& digits) {
             decoder.levelStore.clear();
-            decoder.tokenQueue.assign({"88" + figures, "/////", "/////", "77999"});
+            decoder.tokenQueue.assign({"88" + digits, "/////", "/////", "77999"});
             decoder.decodeSection3();
-            const int number = digitsOf(figures, 0, 3);
+            const int number = digitsOf(digits, 0, 3);
             std::vector<Fields> expected;
-            if (figures == "///") {
+            if (digits == "///") {
                 expected.push_back({});
-            } else if (figures != "999") {
+            } else if (digits != "999") {
                 expected.push_back({{Corvane::LF_PRES, part == 2 ? number / 10.0 : number}});
                 ++withPressure;
             }
-            compareSection(decoder, "88" + figures, Corvane::LT_TROPOPAUSE, expected,
-                           figures == "999" ? "///// ///// 77999" : "77999", disagreements);
+            compareSection(decoder, "88" + digits, Corvane::LT_TROPOPAUSE, expected,
+                           digits == "999" ? "///// ///// 77999" : "77999", disagreements);
         });
         EXPECT_EQ(withPressure, 1331 - 2);
     }
@@ -407,20 +407,20 @@ TEST(SecondOpinion, AgreesOnEveryMaximumWindPressure) {
         decoder.part = part;
         for (const std::string indicator : {"77", "66"}) {
             int withPressure = 0;
-            forEveryText(3, [&](const std::string& figures) {
-                const bool none = indicator == "77" && figures == "999";
+            forEveryText(3, [&](const std::string& digits) {
+                const bool none = indicator == "77" && digits == "999";
                 decoder.levelStore.clear();
-                decoder.tokenQueue.assign({indicator + figures, "/////", "31313"});
+                decoder.tokenQueue.assign({indicator + digits, "/////", "31313"});
                 decoder.decodeSection4();
                 std::vector<Fields> expected;
-                if (figures == "///") {
+                if (digits == "///") {
                     expected.push_back({});
                 } else if (!none) {
-                    // Whole hectopascals in part C too.
-                    expected.push_back({{Corvane::LF_PRES, digitsOf(figures, 0, 3)}});
+                    // Whole hectopascals, in part C as well.
+                    expected.push_back({{Corvane::LF_PRES, digitsOf(digits, 0, 3)}});
                     ++withPressure;
                 }
-                compareSection(decoder, indicator + figures, Corvane::LT_MAXWIND, expected,
+                compareSection(decoder, indicator + digits, Corvane::LT_MAXWIND, expected,
                                none ? "///// 31313" : "31313", disagreements);
             });
             EXPECT_EQ(withPressure, indicator == "77" ? 1331 - 2 : 1331 - 1);
@@ -437,15 +437,15 @@ TEST(SecondOpinion, AgreesOnEveryPressureOfSignificantTemperatures) {
         decoder.part = part;
         for (const std::string& number : LEVEL_NUMBERS) {
             int thousands = 0;
-            forEveryText(3, [&](const std::string& figures) {
-                const std::string group = number + figures;
+            forEveryText(3, [&](const std::string& digits) {
+                const std::string group = number + digits;
                 const bool closes = group == "21212" || group == "31313";
                 decoder.levelStore.clear();
                 decoder.tokenQueue.assign({group, "124//", "31313"});
                 decoder.decodeSection5();
                 std::vector<Fields> expected;
                 if (!closes) {
-                    const double pressure = readSignificantPressure(part, figures);
+                    const double pressure = readSignificantPressure(part, digits);
                     expected.push_back({{Corvane::LF_PRES, pressure}, {Corvane::LF_TDRY, 12.4}});
                     thousands += pressure >= 1000.0 ? 1 : 0;
                 }
@@ -465,15 +465,15 @@ TEST(SecondOpinion, AgreesOnEveryPressureOfSignificantWinds) {
         decoder.part = part;
         for (const std::string& number : LEVEL_NUMBERS) {
             int thousands = 0;
-            forEveryText(3, [&](const std::string& figures) {
-                const std::string group = number + figures;
+            forEveryText(3, [&](const std::string& digits) {
+                const std::string group = number + digits;
                 const bool closes = group == "31313";
                 decoder.levelStore.clear();
                 decoder.tokenQueue.assign({"21212", group, "/////", "31313"});
                 decoder.decodeSection6();
                 std::vector<Fields> expected;
                 if (!closes) {
-                    const double pressure = readSignificantPressure(part, figures);
+                    const double pressure = readSignificantPressure(part, digits);
                     expected.push_back({{Corvane::LF_PRES, pressure}});
                     thousands += pressure >= 1000.0 ? 1 : 0;
                 }

@@ -10,14 +10,14 @@ namespace {
 
 const double UNTOUCHED = -12345.5;
 
-// A decoder of this code form in part B, where any character ends the date-time group.
+// A decoder of this code form in part B, where any character may end the date-time group.
 OpenDecoder formWith(Corvane::WMO_MESSAGE_TYPE form, const std::string& groups) {
     OpenDecoder decoder = OpenDecoder::inPart(1, groups);
     decoder.wmoMessageType = form;
     return decoder;
 }
 
-// A decoder of a dropsonde whose position and elevation show whether they have been written.
+// A decoder of a dropsonde whose position shows whether it is changed.
 OpenDecoder dropWith(const std::string& groups) {
     OpenDecoder decoder = formWith(Corvane::WMO_TEMP_DROP, groups);
     decoder._latitude = UNTOUCHED;
@@ -94,17 +94,17 @@ TEST(Position, DegreesAndTenthsWithTheSignsOfTheQuadrant) {
         {"99241 50830", -(241 / 10.0), -(830 / 10.0)},
         {"99241 70830", 241 / 10.0, -(830 / 10.0)},
         {"99241 /0830", 241 / 10.0, 830 / 10.0},
-        // the ends of the scale, and beyond: no range check
+        // the limits and beyond: there is no range check
         {"99900 11800", 90.0, 180.0},
         {"99999 19999", 999 / 10.0, 9999 / 10.0},
         {"99001 10001", 1 / 10.0, 1 / 10.0},
-        // solidi and letters: what does not begin with a number is 0
+        // solidi and letters: without a leading number it is 0
         {"99/// 1////", 0.0, 0.0},
         {"99ABC 1ABCD", 0.0, 0.0},
         {"9912/ 1123/", 12 / 10.0, 123 / 10.0},
         {"991A2 112B4", 1 / 10.0, 12 / 10.0},
         {"99inf 1nan0", 0.0, 0.0},
-        // signs: the quadrant flips what stands there
+        // signs: the quadrant changes the sign of what is there
         {"99+24 1+083", 24 / 10.0, 83 / 10.0},
         {"99-24 1-083", -(24 / 10.0), -(83 / 10.0)},
         {"99-24 5-083", 24 / 10.0, 83 / 10.0},
@@ -116,7 +116,7 @@ TEST(Position, DegreesAndTenthsWithTheSignsOfTheQuadrant) {
         {"991e 1123e", 0.0, 0.0},
         {"990x1 10x1F", 0.0, 0.0},
         {"991,2 11,23", 1 / 10.0, 1 / 10.0},
-        // short groups: what is not there is 0
+        // short groups: what is missing is 0
         {"99 1", 0.0, 0.0},
         {"992 18", 2 / 10.0, 8 / 10.0},
         // long groups: what follows is not read
@@ -165,13 +165,13 @@ TEST(Position, GroupThatDoesNotBeginWith99IsAFault) {
     }
 }
 
-TEST(Position, OtherQuadrantsAreAFaultBehindTheLatitude) {
+TEST(Position, OtherQuadrantsAreAFaultAfterTheLatitude) {
     for (const std::string group : {"00830", "20830", "40830", "60830", "80830", "90830", "A0830", "-0830", "2"}) {
         SCOPED_TRACE(group);
         OpenDecoder decoder = dropWith("99241 " + group + " 08112 99012");
         EXPECT_EQ(faultOf([&] { decoder.decodePosition(); }),
                   "The quadrant indicator must be 1, 3, 5, 7 or /. Error detected at " + group + " 08112 99012 ...");
-        // The latitude group has been taken, and both numbers are written before the quadrant is looked at.
+        // By then the latitude group is taken, and both numbers are stored before the quadrant is checked.
         EXPECT_EQ(decoder.rest(), group + " 08112 99012");
         EXPECT_DOUBLE_EQ(decoder.latitude(), 24.1);
         EXPECT_FALSE(decoder._longitude == UNTOUCHED);
@@ -241,7 +241,7 @@ TEST(MarsdenSquare, GroupIsTakenUnread) {
 
 // Elevation h0h0h0h0im of a mobile station
 
-TEST(Elevation, FourFiguresInMetresOrFeet) {
+TEST(Elevation, FourDigitsInMetresOrFeet) {
     struct Row {
         const char* group;
         double elevation;
@@ -261,13 +261,13 @@ TEST(Elevation, FourFiguresInMetresOrFeet) {
         {"00005", 0.0},
         {"99991", 9999.0},
         {"99998", 9999 * 0.3048},
-        // a unit that is no digit, or not there, counts as metres
+        // a unit that is not a digit, or is missing, counts as metres
         {"0123/", 123.0},
         {"0123X", 123.0},
         {"0123+", 123.0},
         {"0123-", 123.0},
         {"0123", 123.0},
-        // solidi and letters among the figures
+        // solidi and letters among the digits
         {"012/5", 12 * 0.3048},
         {"/1235", 0.0},
         {"///15", 0.0},
@@ -282,7 +282,7 @@ TEST(Elevation, FourFiguresInMetresOrFeet) {
         {"12e/1", 0.0},
         {"0x1F1", 0.0},
         {"infX5", 0.0},
-        // only the fifth character of a long group is the unit
+        // in a long group, too, the fifth character is the unit
         {"0123199999", 123.0},
         {"0123511111", 123 * 0.3048},
     };
@@ -355,7 +355,7 @@ TEST(FractionalDegrees, NumberIsDividedByAHundred) {
         {"12.5", 12.5 / 100.0},
         {".5", 0.5 / 100.0},
         {"1e2", 100 / 100.0},
-        // the number at the start, whatever follows
+        // the leading number, whatever follows
         {"3233N06956W", 3233 / 100.0},
         {"12e", 12 / 100.0},
         {"1,5", 1 / 100.0},
@@ -455,7 +455,7 @@ TEST(Section1, FaultKeepsWhatWasReadBefore) {
     EXPECT_EQ(decoder.rest(), "98241 70830 08112 99012 32259 11504 00140");
 }
 
-TEST(Section1, ReportThatEndsInsideIsAFault) {
+TEST(Section1, ReportThatEndsInsideTheSectionIsAFault) {
     struct Row {
         Corvane::WMO_MESSAGE_TYPE form;
         const char* groups;

@@ -77,7 +77,7 @@ TEST(SectionFive, NoOtherGroupEndsIt) {
     }
 }
 
-TEST(SectionFive, CloudSectionBehindIsReadAsALevel) {
+TEST(SectionFive, CloudSectionAfterTheLevelsIsReadAsALevel) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "00012 10658 41414 12345");
     decoder.decodeSection5();
     EXPECT_TRUE(
@@ -105,7 +105,7 @@ TEST(SectionFive, OddGroupAtTheEndIsAFaultAndEarlierLevelsStayFiled) {
     EXPECT_EQ(decoder.rest(), "11850");
 }
 
-TEST(SectionFive, LevelNumberAloneTakesThePairAndFilesNothing) {
+TEST(SectionFive, PairWithoutPressureDigitsIsTakenAndNotFiled) {
     for (const int part : {1, 3}) {
         SCOPED_TRACE(part);
         OpenDecoder decoder = OpenDecoder::inPart(part, "11700 124// 22 122// 33500 120//");
@@ -131,7 +131,7 @@ TEST(SectionFive, GroupOfOneCharacterAtTheEndIsAMissingPairFirst) {
     EXPECT_EQ(decoder.rest(), "2");
 }
 
-TEST(SectionFive, ForbiddenDepressionIsAFaultBehindThePressureGroup) {
+TEST(SectionFive, ForbiddenDepressionIsAFaultAfterThePressureGroup) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "00012 10658 11850 12455 22700 10105 33600 10305 44500 20505");
     EXPECT_EQ(faultOf([&] { decoder.decodeSection5(); }), "Dewpoint depression code may not be between 51 to 56. "
                                                           "Error detected at 12455 22700 10105 33600 10305 44500 ...");
@@ -140,7 +140,7 @@ TEST(SectionFive, ForbiddenDepressionIsAFaultBehindThePressureGroup) {
     EXPECT_EQ(decoder.rest(), "12455 22700 10105 33600 10305 44500 20505");
 }
 
-TEST(SectionFive, TemperatureGroupTooShortIsOutOfRangeBehindThePressureGroup) {
+TEST(SectionFive, TemperatureGroupTooShortIsOutOfRangeAfterThePressureGroup) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "11850 12 22700");
     EXPECT_TRUE(findsGroupTooShort([&] { decoder.decodeSection5(); }));
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {}));

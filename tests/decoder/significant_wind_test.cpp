@@ -1,4 +1,4 @@
-// Section 6: significant levels of wind behind 21212, nnPPP ddfff, in parts B and D.
+// Section 6: significant levels of wind after 21212, nnPPP ddfff, in parts B and D.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 #include "support/SignificantPressures.h"
@@ -70,7 +70,7 @@ TEST(SectionSix, SectionSevenInFrontMeansThatTheSectionIsAbsent) {
     EXPECT_EQ(decoder.rest(), "31313 58708 81102");
 }
 
-TEST(SectionSix, OpenerAloneIsTaken) {
+TEST(SectionSix, OpenerWithoutLevelsIsTaken) {
     OpenDecoder last = OpenDecoder::inPart(1, "21212");
     last.decodeSection6();
     EXPECT_TRUE(sameLevels(last.allLevels(), {}));
@@ -118,7 +118,7 @@ TEST(SectionSix, OddGroupAtTheEndIsAFaultAndEarlierLevelsStayFiled) {
     EXPECT_EQ(decoder.rest(), "11850");
 }
 
-TEST(SectionSix, LevelNumberAloneTakesThePairAndFilesNothing) {
+TEST(SectionSix, PairWithoutPressureDigitsIsTakenAndNotFiled) {
     for (const int part : {1, 3}) {
         SCOPED_TRACE(part);
         OpenDecoder decoder = OpenDecoder::inPart(part, "21212 11700 27010 22 28020 33500 /////");
@@ -130,14 +130,14 @@ TEST(SectionSix, LevelNumberAloneTakesThePairAndFilesNothing) {
     }
 }
 
-TEST(SectionSix, GroupOfOneCharacterIsOutOfRangeBehindTheOpener) {
+TEST(SectionSix, GroupOfOneCharacterIsOutOfRangeAfterTheOpener) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "21212 2 27010");
     EXPECT_TRUE(findsGroupTooShort([&] { decoder.decodeSection6(); }));
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {}));
     EXPECT_EQ(decoder.rest(), "2 27010");
 }
 
-TEST(SectionSix, WindGroupOfOneCharacterIsOutOfRangeBehindThePressureGroup) {
+TEST(SectionSix, WindGroupOfOneCharacterIsOutOfRangeAfterThePressureGroup) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "21212 11850 2 31313");
     EXPECT_TRUE(findsGroupTooShort([&] { decoder.decodeSection6(); }));
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {}));
@@ -159,12 +159,12 @@ TEST(SectionSix, WholePartDGivesItsPressuresInTenths) {
                                                 levelOf(SIGNIFICANT, {{PRES, 3.5}, {WDIR, 285}, {WSPD, 20 * KNOT}})}));
 }
 
-TEST(SectionSix, WholePartBWithTheOpenerAtItsEndHasTemperaturesAlone) {
+TEST(SectionSix, WholePartBWithTheOpenerAtItsEndHasOnlyTemperatures) {
     const Corvane report("TTBB 0600/ 72201 00014 322// 21212");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}})}));
 }
 
-TEST(SectionSix, WholePartBWithoutOpenerHasTemperaturesAlone) {
+TEST(SectionSix, WholePartBWithoutOpenerHasOnlyTemperatures) {
     const Corvane report("TTBB 0600/ 72201 00014 322// 11850 124//");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}}),
                                                 levelOf(SIGNIFICANT, {{PRES, 850}, {TDRY, 12.4}})}));

@@ -1,4 +1,4 @@
-// Section 7, the sounding system and the time of launch behind 31313; section 8, the clouds behind 41414.
+// Section 7, the sounding system and the time of launch after 31313; section 8, the clouds after 41414.
 #include "support/LevelMatchers.h"
 #include "support/OpenDecoder.h"
 
@@ -24,10 +24,10 @@ const SystemRow SYSTEMS[] = {
     {"00000", "0", "00", "00"},
     {"/////", "/", "//", "//"},
     {"ABCDE", "A", "BC", "DE"},
-    // a short group leaves the last indicator short or empty
+    // in a short group the last indicator is short or empty
     {"5870", "5", "87", "0"},
     {"587", "5", "87", ""},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"587081", "5", "87", "08"},
 };
 
@@ -52,14 +52,14 @@ const TimeRow TIMES[] = {
     {"809//", 9},
     {"8093O", 93},
     {"809", 9},
-    // signs count; a point, an exponent and a hexadecimal mark end the number
+    // signs count; a point, an exponent or an x ends the number
     {"8+930", 930},
     {"8-930", -930},
     {"8.930", 0},
     {"89.30", 9},
     {"81e10", 1},
     {"80x10", 0},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"8093045", 930},
 };
 
@@ -149,7 +149,7 @@ TEST(SectionSeven, SystemGroupOfOneOrTwoCharactersIsOutOfRange) {
     }
 }
 
-TEST(SectionSeven, SeaTemperatureOfAShipStaysBehindItsTimeGroup) {
+TEST(SectionSeven, SeaTemperatureOfAShipStaysAfterItsTimeGroup) {
     OpenDecoder decoder = OpenDecoder::inPart(1, "31313 58708 81102 90251 51515");
     decoder.wmoMessageType = Corvane::WMO_TEMP_SHIP;
     decoder.decodeSection7();
@@ -208,7 +208,7 @@ TEST(SectionSeven, WholeReportsOfEveryPartGiveTheLaunchTime) {
     }
 }
 
-TEST(SectionSeven, WholeShipReportPassesItsSeaTemperatureOver) {
+TEST(SectionSeven, WholeShipReportSkipsItsSeaTemperature) {
     const OpenDecoder decoder("UUBB SHIP 5612/ 99241 70830 08183 00014 322// 31313 58708 81102 90251");
     EXPECT_EQ(decoder.obsTime(), 1102);
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}})}));
@@ -221,7 +221,7 @@ TEST(SectionSeven, LaterPartOverwritesTheLaunchTime) {
     EXPECT_EQ(report.obsTime(), 1103);
 }
 
-TEST(SectionEight, WholePartBWithCloudsBehindItsLevelsReadsThemAsALevel) {
+TEST(SectionEight, WholePartBWithCloudsAfterItsLevelsReadsThemAsALevel) {
     const Corvane report("TTBB 0612/ 72201 00014 322// 21212 00014 27010 41414 12345");
     EXPECT_TRUE(sameLevels(report.allLevels(), {levelOf(SIGNIFICANT, {{PRES, 1014}, {TDRY, 32.2}}),
                                                 levelOf(SIGNIFICANT, {{PRES, 1014}, {WDIR, 270}, {WSPD, 10}}),

@@ -9,7 +9,7 @@
 
 namespace {
 
-// What the outputs hold before the call.
+// The value of the outputs before the call.
 constexpr double UNTOUCHED = -7777.0;
 
 struct Row {
@@ -47,7 +47,7 @@ const Row ROWS[] = {
     {"124//", 1, 12.4, UNTOUCHED},
     {"123//", 1, -12.3, UNTOUCHED},
     {"124///", 1, 12.4, UNTOUCHED},
-    // no temperature: the depression is not looked at
+    // no temperature: the depression is not read
     {"/////", 0, UNTOUCHED, UNTOUCHED},
     {"///56", 0, UNTOUCHED, UNTOUCHED},
     {"///53", 0, UNTOUCHED, UNTOUCHED},
@@ -59,6 +59,18 @@ const Row ROWS[] = {
     {"1//05", 3, -0.1, -0.1 - 0.5},
     {"//405", 3, 0.0, -0.5},
     {"//505", 3, -0.0, -0.5},
+    // so does every character with an odd code, also above 127
+    {"12X05", 3, 1.2, 1.2 - 0.5},
+    {"12Y05", 3, -1.2, -1.2 - 0.5},
+    {"12\xB2"
+     "05",
+     3, 1.2, 1.2 - 0.5},
+    {"12\xB3"
+     "05",
+     3, -1.2, -1.2 - 0.5},
+    {"12\xFF"
+     "05",
+     3, -1.2, -1.2 - 0.5},
     {"/2405", 3, 0.0, -0.5},
     {"1245/", 3, 12.4, 12.4 - 0.5},
     {"124/5", 3, 12.4, 12.4},
@@ -84,7 +96,7 @@ const Row ROWS[] = {
     {"1,205", 3, 0.1, 0.1 - 0.5},
     {"124.5", 3, 12.4, 12.4 - 0.05},
     {"1245.", 3, 12.4, 12.4 - 0.5},
-    // exponents: complete ones count, an incomplete one makes the number zero
+    // exponents: a complete one counts, an incomplete one makes the number zero
     {"1e105", 3, -1.0, -1.0 - 0.5},
     {"1e205", 3, 10.0, 10.0 - 0.5},
     {"1E405", 3, 1000.0, 1000.0 - 0.5},
@@ -94,12 +106,12 @@ const Row ROWS[] = {
     // hexadecimal digits are not read
     {"0x105", 3, -0.0, -0.5},
     {"0x205", 3, 0.0, -0.5},
-    // three characters have no depression, four have its first figure
+    // with three characters there is no depression, with four its first digit
     {"124", 3, 12.4, 12.4},
     {"123", 3, -12.3, -12.3},
     {"1244", 3, 12.4, 12.4 - 0.4},
     {"124/", 3, 12.4, 12.4},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"124567", 3, 12.4, 12.4 - 6.0},
     {"12450999", 3, 12.4, 12.4 - 5.0},
 };
@@ -170,7 +182,7 @@ TEST(TemperatureGroup, FaultShowsSixGroupsAtMost) {
     EXPECT_EQ(decoder.rest(), "12452 g2 g3 g4 g5 g6 g7 g8");
 }
 
-TEST(TemperatureGroup, TwoCharactersAreTooFewButTheTemperatureIsWritten) {
+TEST(TemperatureGroup, TwoCharactersAreTooFewButTheTemperatureIsStored) {
     OpenDecoder decoder = OpenDecoder::withGroups("12 27015");
     double temp = UNTOUCHED;
     double dewpoint = UNTOUCHED;
@@ -180,7 +192,7 @@ TEST(TemperatureGroup, TwoCharactersAreTooFewButTheTemperatureIsWritten) {
     EXPECT_EQ(decoder.rest(), "12 27015");
 }
 
-TEST(TemperatureGroup, OneCharacterIsTooFewButTheTemperatureIsWritten) {
+TEST(TemperatureGroup, OneCharacterIsTooFewButTheTemperatureIsStored) {
     OpenDecoder decoder = OpenDecoder::withGroups("4 27015");
     double temp = UNTOUCHED;
     double dewpoint = UNTOUCHED;

@@ -31,7 +31,7 @@ TEST(Profile, NoLevelsGiveNoProfile) {
     EXPECT_TRUE(Corvane("").profile().empty());
 }
 
-TEST(Profile, OnlySurfaceStandardAndSignificantLevelsTakePart) {
+TEST(Profile, OnlySurfaceStandardAndSignificantLevelsAreMerged) {
     OpenDecoder decoder;
     for (int kind = 0; kind <= 12; ++kind) {
         file(decoder, static_cast<Corvane::LEVEL_TYPE>(kind), {{Corvane::LF_PRES, 100.0 + kind}});
@@ -52,7 +52,7 @@ TEST(Profile, LevelWithoutPressureIsDropped) {
     EXPECT_EQ(decoder.allLevels().size(), 3u);
 }
 
-TEST(Profile, PressuresAscendWhateverTheKindAndFilingOrder) {
+TEST(Profile, PressuresAscendInAnyKindAndFilingOrder) {
     OpenDecoder decoder;
     file(decoder, Corvane::LT_SIGNIFICANT, {{Corvane::LF_PRES, 925.0}});
     file(decoder, Corvane::LT_SIGNIFICANT, {{Corvane::LF_PRES, 9.5}});
@@ -107,7 +107,7 @@ TEST(Profile, LaterLevelOfOneKindPrevails) {
     EXPECT_EQ(profile[1].fields, (Fields{{Corvane::LF_PRES, 850.0}, {Corvane::LF_TDRY, 12.8}, {Corvane::LF_DP, 6.4}}));
 }
 
-TEST(Profile, AlmostEqualPressuresStayApart) {
+TEST(Profile, AlmostEqualPressuresAreNotMerged) {
     OpenDecoder decoder;
     file(decoder, Corvane::LT_SIGNIFICANT, {{Corvane::LF_PRES, 850.0000001}});
     file(decoder, Corvane::LT_SIGNIFICANT, {{Corvane::LF_PRES, 850.0}});
@@ -133,7 +133,7 @@ TEST(Dump, NameInSixAndValueInEightCharacters) {
     EXPECT_EQ(dumpOf(decoder), "  pres: 850       tdry: 12.4    height: 1457    \n");
 }
 
-TEST(Dump, EveryQuantityStandsInTheOrderOfItsValue) {
+TEST(Dump, QuantitiesAscendByTheirNumber) {
     OpenDecoder decoder;
     Fields fields;
     for (int field = 0; field <= 11; ++field) {
@@ -164,7 +164,7 @@ TEST(Dump, OneLineForEachPressure) {
                                "  pres: 1013      tdry: 20      \n");
 }
 
-TEST(Dump, NumbersHaveSixSignificantDigitsAndAreNeverCut) {
+TEST(Dump, NumbersHaveSixSignificantDigitsAndAreNeverTruncated) {
     OpenDecoder decoder;
     file(decoder, Corvane::LT_MANDATORY,
          {{Corvane::LF_PRES, 92.5},

@@ -1,4 +1,4 @@
-// The splitting of a report's text into code groups.
+// Splitting the text of a report into code groups.
 #include "support/GlobalLocale.h"
 #include "support/OpenDecoder.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using Groups = std::deque<std::string>;
 
-// A character class table in which the solidus counts as white space and the tab does not.
+// Character classes in which the solidus is white space and the tab is not.
 class OddBlanks : public std::ctype<char> {
 public:
     OddBlanks() : std::ctype<char>(odd().data()) {}
@@ -40,11 +40,11 @@ TEST(Tokenizer, WhiteSpaceAloneHasNoGroups) {
     EXPECT_EQ(OpenDecoder::tokenize(" \t\n\r\v\f \n"), Groups());
 }
 
-TEST(Tokenizer, GroupsStandInMessageOrder) {
+TEST(Tokenizer, GroupsKeepTheOrderOfTheText) {
     EXPECT_EQ(OpenDecoder::tokenize("TTAA 56121 72403 99012"), (Groups{"TTAA", "56121", "72403", "99012"}));
 }
 
-TEST(Tokenizer, EveryKindOfWhiteSpacePartsGroups) {
+TEST(Tokenizer, EveryKindOfWhiteSpaceSeparatesGroups) {
     EXPECT_EQ(OpenDecoder::tokenize("A B\tC\nD\rE\vF\fG"), (Groups{"A", "B", "C", "D", "E", "F", "G"}));
 }
 
@@ -67,11 +67,11 @@ TEST(Tokenizer, OtherControlAndHighCharactersStayInTheGroup) {
     EXPECT_EQ(OpenDecoder::tokenize(withNul), (Groups{std::string("TT\0AA", 5), "1"}));
 }
 
-TEST(Tokenizer, TerminatorGluedToTheLastGroupIsStripped) {
+TEST(Tokenizer, TerminatorAtTheEndOfTheLastGroupIsRemoved) {
     EXPECT_EQ(OpenDecoder::tokenize("TTAA 12345="), (Groups{"TTAA", "12345"}));
 }
 
-TEST(Tokenizer, TerminatorStandingAloneIsDropped) {
+TEST(Tokenizer, TerminatorOnItsOwnIsDropped) {
     EXPECT_EQ(OpenDecoder::tokenize("TTAA 12345 ="), (Groups{"TTAA", "12345"}));
 }
 
@@ -81,7 +81,7 @@ TEST(Tokenizer, EveryLoneTerminatorIsDropped) {
     EXPECT_EQ(OpenDecoder::tokenize("= = ="), Groups());
 }
 
-TEST(Tokenizer, OnlyTheFirstEqualsSignOfAGroupIsStripped) {
+TEST(Tokenizer, OnlyTheFirstEqualsSignOfAGroupIsRemoved) {
     EXPECT_EQ(OpenDecoder::tokenize("12345=="), Groups{"12345="});
     EXPECT_EQ(OpenDecoder::tokenize("1=2=3=4"), Groups{"12=3=4"});
 }
@@ -91,7 +91,7 @@ TEST(Tokenizer, TwoEqualsSignsLeaveAGroupOfOne) {
     EXPECT_EQ(OpenDecoder::tokenize("== = == ==="), (Groups{"=", "=", "=="}));
 }
 
-TEST(Tokenizer, EqualsSignIsStrippedWhereverItStands) {
+TEST(Tokenizer, EqualsSignIsRemovedAnywhereInAGroup) {
     EXPECT_EQ(OpenDecoder::tokenize("=12345 123=45 12345="), (Groups{"12345", "12345", "12345"}));
 }
 

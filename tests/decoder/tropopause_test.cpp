@@ -25,7 +25,7 @@ const PressureRow PRESSURES[] = {
     {"88", 0, 0},
     {"88ABC", 0, 0},
     {"88/50", 0, 0},
-    // a leading number, as it stands
+    // a leading number, taken as written
     {"8825/", 25, 2.5},
     {"88+12", 12, 1.2},
     {"88-5.", -5, -0.5},
@@ -33,14 +33,14 @@ const PressureRow PRESSURES[] = {
     {"881e1", 10, 1.0},
     {"881e", 0, 0},
     {"880x1", 0, 0},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"882501", 250, 25.0},
     {"889990", 999, 99.9},
 };
 
 }  // namespace
 
-TEST(Tropopause, PressureIsInTenthsInPartCAlone) {
+TEST(Tropopause, PressureIsInTenthsInPartCOnly) {
     for (const PressureRow& row : PRESSURES) {
         SCOPED_TRACE(row.group);
         for (const int part : {0, 1, 2, 3}) {
@@ -63,7 +63,7 @@ TEST(Tropopause, TemperatureAndDewPointAreFiledAndTheWindNever) {
     EXPECT_EQ(decoder.rest(), "77999");
 }
 
-TEST(Tropopause, TemperatureWithoutDewPointAndWindStandsAlone) {
+TEST(Tropopause, TemperatureNeedsNeitherDewPointNorWind) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "88250 123// 27///");
     decoder.decodeTrop();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(TROPOPAUSE, {{PRES, 250}, {TDRY, -12.3}})}));
@@ -89,7 +89,7 @@ TEST(Tropopause, LevelWithoutAnyFieldIsFiled) {
     EXPECT_EQ(decoder.rest(), "77999");
 }
 
-TEST(Tropopause, LevelWithPressureAloneOrTemperatureAloneIsFiled) {
+TEST(Tropopause, LevelWithOnlyAPressureOrOnlyATemperatureIsFiled) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "88250 ///// ///// 88/// 124// /////");
     decoder.decodeTrop();
     decoder.decodeTrop();
@@ -124,7 +124,7 @@ TEST(Tropopause, TwoGroupsMustFollowThePressure) {
     EXPECT_EQ(none.rest(), "");
 }
 
-TEST(Tropopause, ForbiddenDepressionIsAFaultBehindThePressureGroup) {
+TEST(Tropopause, ForbiddenDepressionIsAFaultAfterThePressureGroup) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "88250 58151 27015 77999");
     EXPECT_EQ(faultOf([&] { decoder.decodeTrop(); }),
               "Dewpoint depression code may not be between 51 to 56. Error detected at 58151 27015 77999 ...");
@@ -158,7 +158,7 @@ TEST(SectionThree, AnotherGroupInFrontMeansThatTheSectionIsAbsent) {
     }
 }
 
-TEST(SectionThree, NoTropopauseObservedTakesItsGroupAlone) {
+TEST(SectionThree, NoTropopauseObservedTakesOnlyItsGroup) {
     OpenDecoder alone = OpenDecoder::inPart(0, "88999");
     alone.decodeSection3();
     EXPECT_TRUE(sameLevels(alone.allLevels(), {}));
@@ -189,7 +189,7 @@ TEST(SectionThree, TropopausesAreFiledInReportOrder) {
     EXPECT_EQ(decoder.rest(), "77999");
 }
 
-TEST(SectionThree, NoFurtherTropopauseIsTakenBehindATropopause) {
+TEST(SectionThree, NoFurtherTropopauseIsTakenAfterATropopause) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "88250 124// ///// 88999 31313");
     decoder.decodeSection3();
     EXPECT_TRUE(sameLevels(decoder.allLevels(), {levelOf(TROPOPAUSE, {{PRES, 250}, {TDRY, 12.4}})}));
@@ -203,7 +203,7 @@ TEST(SectionThree, EndOfTheReportEndsItWithoutAFault) {
     EXPECT_EQ(decoder.rest(), "");
 }
 
-TEST(SectionThree, AnythingElseBehindATropopauseIsAFault) {
+TEST(SectionThree, AnythingElseAfterATropopauseIsAFault) {
     for (const std::string group : {"31313", "51515", "TTBB", "7", "8"}) {
         SCOPED_TRACE(group);
         OpenDecoder decoder = OpenDecoder::inPart(0, "88250 124// ///// " + group + " g2 g3 g4 g5 g6 g7");

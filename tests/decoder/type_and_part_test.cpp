@@ -88,7 +88,7 @@ TEST(TypeAndPart, UnknownPartLettersAreAFault) {
         OpenDecoder decoder = OpenDecoder::withGroups(group + " 56121 72403");
         EXPECT_EQ(faultOf([&] { decoder.decodeMMMM(); }), NO_PART + " Error detected at " + group + " 56121 72403 ...");
         EXPECT_EQ(decoder.rest(), group + " 56121 72403");
-        // The type has been stored by then, the part has not.
+        // By then the type is stored, the part is not.
         EXPECT_EQ(decoder.wmoMessageType, Corvane::WMO_TEMP);
         EXPECT_EQ(decoder.part, 4);
     }
@@ -99,7 +99,7 @@ TEST(TypeAndPart, AnotherTypeInTheSameTextIsAFault) {
     decoder.decodeMMMM();
     EXPECT_EQ(faultOf([&] { decoder.decodeMMMM(); }), TWO_TYPES + " Error detected at UUBB 1 22 333 4444 55555 ...");
     EXPECT_EQ(decoder.rest(), "UUBB 1 22 333 4444 55555 666666");
-    // The new type has been stored by then, the part is still the earlier one.
+    // By then the new type is stored; the part is still the earlier one.
     EXPECT_EQ(decoder.wmoMessageType, Corvane::WMO_TEMP_SHIP);
     EXPECT_EQ(decoder.part, 0);
 }

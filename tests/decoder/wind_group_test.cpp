@@ -9,7 +9,7 @@
 
 namespace {
 
-// What the outputs hold before the call.
+// The value of the outputs before the call.
 constexpr double UNTOUCHED = -7777.0;
 
 struct Row {
@@ -40,11 +40,11 @@ const Row ROWS[] = {
     {"27999", false, 3, 275.0, 499.0},
     {"27500", true, 3, 275.0, 0.0},
     {"27615", true, 3, 275.0, 115.0 * KNOT},
-    // no range check
+    // there is no range check
     {"99015", false, 3, 990.0, 15.0},
     {"99515", false, 3, 995.0, 15.0},
     {"37015", false, 3, 370.0, 15.0},
-    // a direction without speed, a speed without direction and solidi throughout are dropped whole
+    // a direction without speed, a speed without direction and solidi only are no wind
     {"27///", false, 0, UNTOUCHED, UNTOUCHED},
     {"//015", false, 0, UNTOUCHED, UNTOUCHED},
     {"/////", false, 0, UNTOUCHED, UNTOUCHED},
@@ -80,7 +80,7 @@ const Row ROWS[] = {
     {"271.5", false, 3, 270.0, 1.5},
     {"27-5.", false, 3, 270.0, -5.0},
     {"27.50", true, 3, 270.0, 0.5 * KNOT},
-    // exponents: complete ones count, an incomplete one makes the number zero
+    // exponents: a complete one counts, an incomplete one makes the number zero
     {"271e1", false, 3, 270.0, 10.0},
     {"275e2", false, 3, 275.0, 0.0},
     {"271e3", false, 3, 275.0, 500.0},
@@ -89,12 +89,12 @@ const Row ROWS[] = {
     // hexadecimal digits are not read
     {"270x5", false, 3, 270.0, 0.0},
     {"0x015", false, 3, 0.0, 15.0},
-    // two characters have no speed; three and four have its first figures
+    // with two characters there is no speed, with three and four its first digits
     {"27", false, 3, 270.0, 0.0},
     {"27", true, 3, 270.0, 0.0},
     {"271", false, 3, 270.0, 1.0},
     {"2715", false, 3, 270.0, 15.0},
-    // what stands behind the fifth character is not read
+    // what follows the fifth character is not read
     {"270159", false, 3, 270.0, 15.0},
     {"27615///", false, 3, 275.0, 115.0},
 };
@@ -118,7 +118,7 @@ const PairRow PAIRS[] = {
     {"///// /////", 0, UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED},
     {"///56 27///", 0, UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED},
     {"124// //015", 1, 12.4, UNTOUCHED, UNTOUCHED, UNTOUCHED},
-    // the wind alone sets the same two flags, whether the temperature group wrote its outputs or not
+    // a wind sets the same two flags, whether the temperature group stored its outputs or not
     {"///// 27015", 3, UNTOUCHED, UNTOUCHED, 270.0, 15.0},
     {"124// 27015", 3, 12.4, UNTOUCHED, 270.0, 15.0},
 };
@@ -171,7 +171,7 @@ TEST(WindGroup, OnlyFiveCharactersOfAVeryLongGroupCount) {
     EXPECT_EQ(decoder.rest(), "31313");
 }
 
-TEST(TemperatureAndWindGroups, FlagsOfTheTwoAreNotToldApart) {
+TEST(TemperatureAndWindGroups, FlagsOfTheTwoAreNotDistinguished) {
     for (const PairRow& row : PAIRS) {
         SCOPED_TRACE(row.groups);
         OpenDecoder decoder = OpenDecoder::withGroups(std::string(row.groups) + " 77999");
@@ -236,7 +236,7 @@ TEST(TemperatureAndWindGroups, ForbiddenDepressionLeavesBothGroups) {
     EXPECT_EQ(decoder.rest(), "12455 27015 g3 g4 g5 g6 g7");
 }
 
-TEST(TemperatureAndWindGroups, WindGroupOfOneCharacterIsFoundBehindTheTemperature) {
+TEST(TemperatureAndWindGroups, WindGroupOfOneCharacterIsFoundAfterTheTemperature) {
     OpenDecoder decoder = OpenDecoder::withGroups("12456 2");
     double temp = UNTOUCHED;
     double dewpoint = UNTOUCHED;

@@ -1,4 +1,4 @@
-// The documents: what they show is run, and nothing that they have to name is missing from them.
+// The documents: what they show is run, and they name everything that they have to name.
 #include "support/CapturedOutput.h"
 #include "support/OpenDecoder.h"
 #include "support/ProgramRun.h"
@@ -44,10 +44,10 @@ std::string document(const std::string& name) {
     return contentOf(sourceFile(name));
 }
 
-// The C++ sources in a folder and in those below it, one after the other.
-std::string sourcesBelow(const std::string& folder) {
+// The C++ sources directly in a folder, one after the other. The bulletins of src/feed have messages of their own.
+std::string sourcesIn(const std::string& folder) {
     std::string sources;
-    for (const std::filesystem::path& file : filesBelow(folder)) {
+    for (const std::filesystem::path& file : filesIn(folder)) {
         if (file.extension() == ".cpp" || file.extension() == ".h") {
             sources += contentOf(file);
         }
@@ -63,7 +63,7 @@ bool contains(const std::string& text, const std::string& piece) {
     return text.find(piece) != std::string::npos;
 }
 
-// A fenced block of a Markdown document: the "## " heading it stands under, the two words behind the fence, its lines.
+// A fenced block of a Markdown document: the "## " heading above it, the two words after the fence, its lines.
 struct Block {
     std::string heading;
     std::string kind;
@@ -117,7 +117,7 @@ ProgramRun decode(const std::string& report, const std::string& outputFile = "")
     return runProgram({}, streams);
 }
 
-// What every match of a pattern has captured first.
+// The first capture of every match of a pattern.
 std::vector<std::string> captures(const std::string& text, const std::string& pattern) {
     const std::regex expression(pattern);
     std::vector<std::string> found;
@@ -127,8 +127,8 @@ std::vector<std::string> captures(const std::string& text, const std::string& pa
     return found;
 }
 
-// The texts in double quotes that follow a pattern in a C++ source, without trailing blanks.
-std::vector<std::string> literalsBehind(const std::string& source, const std::string& pattern) {
+// The texts in double quotes that follow a pattern in a C++ source, without trailing spaces.
+std::vector<std::string> literalsAfter(const std::string& source, const std::string& pattern) {
     std::vector<std::string> literals = captures(source, pattern + R"re("((?:[^"\\]|\\.)*)")re");
     for (std::string& literal : literals) {
         literal = std::regex_replace(literal, std::regex(R"(\\")"), "\"");
@@ -137,12 +137,12 @@ std::vector<std::string> literalsBehind(const std::string& source, const std::st
     return literals;
 }
 
-// The messages of the decoder as far as they are fixed.
+// The fixed beginnings of the messages in the sources.
 std::vector<std::string> messagesOfTheSource() {
-    const std::string source = sourcesBelow("src");
+    const std::string source = sourcesIn("src");
     std::vector<std::string> messages;
     for (const char* const pattern : {R"(throwError(?:Msg|Near)\(\s*)", R"(throw\s+)", R"(std::string msg =\s*)"}) {
-        const std::vector<std::string> found = literalsBehind(source, pattern);
+        const std::vector<std::string> found = literalsAfter(source, pattern);
         messages.insert(messages.end(), found.begin(), found.end());
     }
     return messages;
@@ -154,7 +154,7 @@ bool isOfTheProgram(const std::string& heading) {
     return beginsWith(heading, "corvane: ");
 }
 
-// A heading as the pattern of its messages: N, GROUP, FILE and REASON stand for what differs.
+// The pattern of the messages under a heading: N, GROUP, FILE and REASON stand for what differs.
 std::regex messagePattern(const std::string& heading) {
     std::string pattern = std::regex_replace(heading, std::regex(R"([.^$|()\[\]{}*+?\\/])"), R"(\$&)");
     pattern = std::regex_replace(pattern, std::regex(R"(\bN\b)"), "[0-9]+");
@@ -163,7 +163,7 @@ std::regex messagePattern(const std::string& heading) {
     return std::regex(pattern + "( Error detected .*)?\n");
 }
 
-// The fault of a section decoder that a derived class calls: the block's first line names it, the second the groups.
+// The fault of a section decoder called alone: the first line of the block names it, the second has the groups.
 std::string faultOfCall(const std::string& block) {
     const std::map<std::string, void (Corvane::*)()> decoders{{"decodeMaxWind", &OpenDecoder::decodeMaxWind},
                                                               {"decodeSection6", &OpenDecoder::decodeSection6},
@@ -249,7 +249,7 @@ TEST(Readme, TheCodeShownPrintsTheHeights) {
     EXPECT_EQ(output, "station 72403, day 6\n1000 hPa: 140 m\n850 hPa: 1500 m\n");
 }
 
-TEST(Readme, TheMessageShownIsGiven) {
+TEST(Readme, TheMessageShownIsPrinted) {
     const std::vector<Block> texts = blocksOf(parsed("README.md"), "text");
     ASSERT_EQ(texts.size(), 2U);
     EXPECT_EQ(decode("TTAA 06126 72403 99013 12456").errors, texts[1].text);
@@ -308,7 +308,7 @@ TEST(ErrorsDocument, EveryExampleGivesTheMessageShown) {
     }
 }
 
-TEST(ErrorsDocument, EveryMessageStandsUnderItsHeading) {
+TEST(ErrorsDocument, EveryMessageIsUnderItsHeading) {
     const Document errors = parsed("doc/errors.md");
     for (const std::string& heading : errors.headings) {
         int examples = 0;
@@ -344,23 +344,23 @@ TEST(ErrorsDocument, NoMessageOfTheDecoderIsMissing) {
     }
 }
 
-// The scan for messages sees literals behind the two functions that throw, behind `throw`, and in `msg`. Whoever throws
-// in another way has to make it see that, too.
+// The scan for messages finds literals after the two functions that throw, after `throw`, and in `msg`. Whoever throws
+// in another way must extend it.
 TEST(ErrorsDocument, EveryThrowOfTheDecoderIsScanned) {
-    const std::string source = sourcesBelow("src");
+    const std::string source = sourcesIn("src");
     const std::size_t calls = captures(source, R"((throwError(?:Msg|Near)\())").size();
     const std::size_t definitions = captures(source, R"((Corvane::throwError(?:Msg|Near)\())").size();
     EXPECT_EQ(definitions, 2U);
-    EXPECT_EQ(calls - definitions, literalsBehind(source, R"(throwError(?:Msg|Near)\(\s*)").size());
-    // Those two functions, the station number, and the `msg` of a missing group.
-    EXPECT_EQ(captures(source, R"([ {;](throw\s))").size(), 4U);
-    EXPECT_EQ(literalsBehind(source, R"(throw\s+)").size(), 1U);
-    EXPECT_EQ(captures(source, R"((throw msg;))").size(), literalsBehind(source, R"(std::string msg =\s*)").size());
+    EXPECT_EQ(calls - definitions, literalsAfter(source, R"(throwError(?:Msg|Near)\(\s*)").size());
+    // Those two functions, the station number, and the `msg` of a missing group. Faults of coding are texts.
+    EXPECT_EQ(captures(source, R"([ {;](throw\s+)(?!std::))").size(), 4U);
+    EXPECT_EQ(literalsAfter(source, R"(throw\s+)").size(), 1U);
+    EXPECT_EQ(captures(source, R"((throw msg;))").size(), literalsAfter(source, R"(std::string msg =\s*)").size());
 }
 
 TEST(ErrorsDocument, NoMessageOfTheProgramIsMissing) {
     const std::vector<std::string> headings = parsed("doc/errors.md").headings;
-    const std::vector<std::string> messages = captures(sourcesBelow("app"), R"re("(corvane: [^"]*)")re");
+    const std::vector<std::string> messages = captures(sourcesIn("app"), R"re("(corvane: [^"]*)")re");
     std::size_t explained = 0;
     for (const std::string& heading : headings) {
         explained += isOfTheProgram(heading) ? 1U : 0U;
@@ -417,7 +417,7 @@ TEST(Documents, NameTheVersionOfTheBuild) {
     EXPECT_TRUE(contains(document("doc/corvane.1"), " \"corvane " CORVANE_VERSION "\" "));
 }
 
-TEST(Documents, LinksLeadToFilesThatAreThere) {
+TEST(Documents, LinksPointToExistingFiles) {
     std::size_t documents = 0;
     std::size_t links = 0;
     for (const std::filesystem::path& path : filesBelow(".")) {

@@ -56,7 +56,7 @@ std::vector<std::string> blocksOfTheHeader() {
     return blocks;
 }
 
-// The body of walkTheLevels as it stands in this file, one indentation less.
+// The body of walkTheLevels in this file, indented one level less.
 std::string bodyCompiledHere() {
     const std::string source = contentOf(sourceFile("tests/docs/header_example_test.cpp"));
     const std::string before = "// clang-format off\n";

@@ -1,4 +1,4 @@
-// The table of the program: its header, its columns, how numbers are written, the order of the rows.
+// The table of the program: header, columns, numbers, and the order of the rows.
 #include "support/CapturedOutput.h"
 #include "support/KindNames.h"
 #include "support/LevelMatchers.h"
@@ -41,7 +41,7 @@ std::string numberAsWritten(double number) {
 
 }  // namespace
 
-TEST(CsvTable, WithoutLevelsTheHeaderStandsAlone) {
+TEST(CsvTable, WithoutLevelsThereIsOnlyTheHeader) {
     EXPECT_EQ(tableOf(OpenDecoder()), HEADER);
 }
 

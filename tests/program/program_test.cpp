@@ -1,5 +1,5 @@
-// The program as a process: arguments, standard input, files that cannot be read, exit statuses, what is on which
-// stream.
+// The program as a process: arguments, standard input, files that cannot be read, exit statuses, and what it writes to
+// which stream.
 #include "corvane.h"
 #include "support/CapturedOutput.h"
 #include "support/ProgramRun.h"
@@ -12,17 +12,16 @@
 #include <string>
 #include <unistd.h>
 
-
 namespace {
 
 const std::string HEADER = "type,pres,tdry,dp,wspd,wdir,height,time,lat,lon,pres2\n";
 
-// A TEMP of day 6 with knots, winds up to 1000 hPa, and the rows worked out by hand: 14 knots are 7.2016 m/s.
+// A TEMP of day 6 with winds in knots up to 1000 hPa. The rows are worked out by hand: 14 knots are 7.2016 m/s.
 const std::string REPORT = "TTAA 56000 72403 99014 32259 11514 00140 30057 11500 88999 77999";
 const std::string TABLE = HEADER + "surface,1014,32.2,23.2,7.2016,115,,,,,\n"
                                    "mandatory,1000,30,23,0,115,140,,,,\n";
 
-// A file of the test's own, removed with it.
+// A file that is there as long as the object is.
 class ReportFile {
 public:
     explicit ReportFile(const std::string& content) {
@@ -63,7 +62,7 @@ TEST(Program, DecodesStandardInputWithoutAnArgument) {
     expectTable(runProgram({}, streams), TABLE);
 }
 
-TEST(Program, LinesAndRunsOfBlanksDoNotMatter) {
+TEST(Program, LineBreaksAndRepeatedSpacesDoNotMatter) {
     Streams streams;
     streams.input = "\r\n  TTAA\t56000\v72403\f99014\n\n32259   11514\r\n00140 30057 11500 88999\n\t 77999  \n\n";
     expectTable(runProgram({}, streams), TABLE);
@@ -75,7 +74,7 @@ TEST(Program, AReportWithoutAFinalLineBreakIsTheSame) {
     expectTable(runProgram({}, streams), TABLE);
 }
 
-TEST(Program, MoreThanOneArgumentGivesTheUsageOnStandardOutput) {
+TEST(Program, MoreThanOneArgumentPrintsTheUsageOnStandardOutput) {
     const ProgramRun run = runProgram({"one", "two"});
     EXPECT_EQ(run.exitStatus, 1);
     EXPECT_EQ(run.output, "Usage:\n   " + programPath() + " file\n   " + programPath() + " < file\n    cat file | " +
@@ -95,18 +94,18 @@ TEST(Program, EveryLineOfTheUsageIsFlushed) {
                                         "Usage:\n   corvane file\n   corvane < file\n    cat file | corvane\n"}));
 }
 
-TEST(Program, TheUsageIsGivenWithoutReadingAnything) {
+TEST(Program, TheUsageIsPrintedWithoutReadingAnything) {
     const ReportFile file(REPORT);
     const ProgramRun run = runProgram({file.path(), file.path(), file.path()});
     EXPECT_EQ(run.exitStatus, 1);
     EXPECT_EQ(run.output.substr(0, 7), "Usage:\n");
 }
 
-TEST(Program, AnEmptyInputGivesTheHeaderAlone) {
+TEST(Program, AnEmptyInputGivesOnlyTheHeader) {
     expectTable(runProgram({}), HEADER);
 }
 
-TEST(Program, AnInputOfWhiteSpaceGivesTheHeaderAlone) {
+TEST(Program, AnInputOfWhiteSpaceGivesOnlyTheHeader) {
     Streams streams;
     streams.input = " \n\t\r\n ";
     expectTable(runProgram({}, streams), HEADER);
@@ -136,27 +135,27 @@ TEST(Program, AClosedStandardInputIsAReadFault) {
     expectFault(runProgram({}, streams), "corvane: standard input: Bad file descriptor\n");
 }
 
-TEST(Program, ACodingFaultIsOnStandardErrorAlone) {
+TEST(Program, ACodingFaultIsOnStandardErrorOnly) {
     Streams streams;
     streams.input = "TTAA 56000 7240 99014 32259 11514\n";
     expectFault(runProgram({}, streams), "Block and station number is incorrect: 7240\n");
 }
 
-TEST(Program, ACodingFaultShowsTheGroupsWhereItStands) {
+TEST(Program, ACodingFaultShowsTheGroupsWhereItIs) {
     Streams streams;
     streams.input = "ttaa 56000 72403 99014 32259 11514 00140";
     expectFault(runProgram({}, streams), "Message type identifier (TT, UU, XX or II) was not found. Error detected at "
                                          "ttaa 56000 72403 99014 32259 11514 ...\n");
 }
 
-TEST(Program, NoRowIsWrittenWhenAFaultStandsBehindGoodLevels) {
+TEST(Program, NoRowIsWrittenWhenAFaultFollowsGoodLevels) {
     Streams streams;
     streams.input = REPORT + " 51515 TTBB 56000 72403 00014 32255";
     expectFault(runProgram({}, streams),
                 "Dewpoint depression code may not be between 51 to 56. Error detected at 32255 ...\n");
 }
 
-TEST(Program, AGroupTooShortForItsFiguresEndsTheProgramAbnormally) {
+TEST(Program, AGroupTooShortForItsDigitsEndsTheProgramAbnormally) {
     Streams streams;
     streams.input = "TTBB 56000 72403 1 32259";
     const ProgramRun run = runProgram({}, streams);

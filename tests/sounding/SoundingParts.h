@@ -41,6 +41,9 @@ struct PartReading {
         if (status != corvane::Reading::DECODED) {
             reading.levels.clear();
         }
+        if (status == corvane::Reading::NIL || status == corvane::Reading::EMPTY) {
+            reading.groups.clear();
+        }
         return *this;
     }
 };

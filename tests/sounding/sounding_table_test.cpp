@@ -93,6 +93,8 @@ TEST(SoundingTable, HeightSaysWhetherItIsComputed) {
     level.height = 5500;
     sounding.levels = {level};
     EXPECT_EQ(rowsOf(sounding), "TEMP,,0,0,,,,,,,,500,5500,0,,,,\n");
+    sounding.levels[0].height = 80.5;
+    EXPECT_EQ(rowsOf(sounding), "TEMP,,0,0,,,,,,,,500,80.5,0,,,,\n");
     sounding.levels[0].heightComputed = true;
     sounding.levels[0].height = -0.4;
     EXPECT_EQ(rowsOf(sounding), "TEMP,,0,0,,,,,,,,500,0,1,,,,\n");

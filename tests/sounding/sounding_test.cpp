@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -128,6 +129,14 @@ TEST(Soundings, PartsThatAreNotDecodedAddNothing) {
                     .empty());
 }
 
+TEST(Soundings, PartsWithoutADateAddNothing) {
+    PartReading withoutDay = decoded(BETHEL_A);
+    withoutDay.reading.day.reset();
+    PartReading withoutHour = decoded(BETHEL_B);
+    withoutHour.reading.hour.reset();
+    EXPECT_TRUE(soundingsOf({withoutDay, withoutHour}).empty());
+}
+
 TEST(Soundings, KeepWhereEachPartStands) {
     PartReading part = decoded(BETHEL_B).heading("USAK50 KWBC 130000 RRA").line(17);
     part.part.offset = 432;
@@ -170,12 +179,28 @@ TEST(Soundings, ShipsWithoutACallSignAreToldApartByPosition) {
         "A A");
 }
 
-TEST(Soundings, MobileStationKeepsItsElevation) {
-    PartReading part = decoded("IIAA WEBR5 63001 99241 70830 07048 01231 99014 32259 11504 88999 77999");
-    part.reading.elevation = 123.0;
-    const std::vector<Sounding> soundings = soundingsOf({part});
-    ASSERT_EQ(soundings.size(), 1U);
+TEST(Soundings, PositionAndElevationAreThoseOfTheFirstPartThatGivesThem) {
+    const std::string partA = "IIAA WEBR5 63001 99241 70830 07048 01231 99014 32259 11504 88999 77999";
+    const std::string partB = "IIBB WEBR5 63008 99242 70831 07048 01241 00014 32259 11950 15022";
+    const auto withElevation = [](const std::string& text, std::optional<double> elevation) {
+        PartReading part = decoded(text);
+        part.reading.elevation = elevation;
+        return part;
+    };
+    std::vector<Sounding> soundings = soundingsOf({withElevation(partB, 124.0), withElevation(partA, 123.0)});
+    ASSERT_EQ(lettersOf(soundings), "AB");
     EXPECT_EQ(soundings[0].elevation, 123.0);
+    EXPECT_EQ(soundings[0].latitude, 24.1);
+    EXPECT_EQ(soundings[0].longitude, -83.0);
+
+    PartReading unknown = withElevation(partA, std::nullopt);
+    unknown.reading.latitude.reset();
+    unknown.reading.longitude.reset();
+    soundings = soundingsOf({withElevation(partB, 124.0), unknown});
+    ASSERT_EQ(lettersOf(soundings), "AB");
+    EXPECT_EQ(soundings[0].elevation, 124.0);
+    EXPECT_EQ(soundings[0].latitude, 24.2);
+    EXPECT_EQ(soundings[0].longitude, -83.1);
 }
 
 // ---- copies --------------------------------------------------------------------------------------------------------
@@ -186,6 +211,16 @@ TEST(Soundings, IdenticalRepeatCountsOnce) {
     ASSERT_EQ(lettersOf(soundings), "AB");
     EXPECT_EQ(soundings[0].replaced, 0U);
     EXPECT_EQ(soundings[0].parts[0].line, 1U);
+}
+
+TEST(Soundings, CopiesWithOtherGroupsOfTheSameCharactersAreDifferent) {
+    PartReading one = decoded(BETHEL_A);
+    one.reading.groups = {"TTAA", "12", "345"};
+    PartReading other = decoded(BETHEL_A);
+    other.reading.groups = {"TTAA", "123", "45"};
+    const std::vector<Sounding> soundings = soundingsOf({one, other});
+    ASSERT_EQ(lettersOf(soundings), "A");
+    EXPECT_EQ(soundings[0].replaced, 1U);
 }
 
 TEST(Soundings, LaterOfDifferentCopiesPrevails) {
@@ -218,6 +253,7 @@ TEST(Soundings, CorrectionReplacesWhatItCorrectsWhicheverComesFirst) {
         {"USAK50 KWBC 130000 CCA", "USAK50 KWBC 130000 RRA"},     {"USAK50 KWBC 130000 CCA", "USAK50 KWBC 130000 COR"},
         {"USAK50 KWBC 130000 CCB", "USAK50 KWBC 130000 CCA"},     {"USAK50 KWBC 130000 CCX", "USAK50 KWBC 130000 CCB"},
         {"USAK50 KWBC 130000 RRA CCA", "USAK50 KWBC 130000 COR"}, {"USAK50 KWBC 130000 COR", ""},
+        {"USAK50 KWBC 130000 CCB COR", "USAK50 KWBC 130000 CCA"},
     };
     for (const auto& [higher, lower] : higherAndLower) {
         const PartReading correction = decoded(BETHEL_A).heading(higher);
@@ -335,6 +371,12 @@ TEST(Drops, OtherPositionIsAnotherDropEvenInTheSameBulletin) {
     EXPECT_EQ(lettersOf(soundingsOf({decoded(DROP_A), decoded(DROP_ELSEWHERE_B)})), "A B");
 }
 
+TEST(Drops, LatitudeAndLongitudeBothCount) {
+    std::string elsewhere = DROP_B;
+    elsewhere.replace(elsewhere.find("70659"), 5, "70658");
+    EXPECT_EQ(lettersOf(soundingsOf({decoded(DROP_A), decoded(elsewhere)})), "A B");
+}
+
 TEST(Drops, PartFarFromItsPartABelongsToTheOnlyDrop) {
     for (const bool partAFirst : {true, false}) {
         std::vector<PartReading> parts{decoded(DROP_A).bulletin(1), decoded(DROP_B).bulletin(2)};
@@ -372,6 +414,15 @@ TEST(Drops, LoosePartAndThePartOfTheDropAreCopies) {
     EXPECT_EQ(soundings[0].levels.back().temperature, 19.0);
 }
 
+TEST(Drops, CorrectionOfALoosePartPrevails) {
+    const PartReading correction = decoded(OTHER_DROP_B).bulletin(1).heading("UZNT13 KNHC 200250 CCA");
+    const std::vector<Sounding> soundings =
+        soundingsOf({correction, decoded(DROP_A).bulletin(2), decoded(DROP_B).bulletin(2)});
+    ASSERT_EQ(lettersOf(soundings), "AB");
+    EXPECT_EQ(soundings[0].replaced, 1U);
+    EXPECT_EQ(soundings[0].levels.back().temperature, 18.8);
+}
+
 TEST(Drops, PartAfterARefusedPartADoesNotGoToAnotherDrop) {
     const PartReading refused = decoded(OTHER_DROP_A).bulletin(2).status(Reading::REFUSED);
     const std::vector<Sounding> soundings =
@@ -381,6 +432,24 @@ TEST(Drops, PartAfterARefusedPartADoesNotGoToAnotherDrop) {
     EXPECT_EQ(soundings[0].levels.back().temperature, 19.0);
     EXPECT_EQ(soundings[1].levels.back().temperature, 18.8);
     EXPECT_EQ(soundings[0].replaced + soundings[1].replaced, 0U);
+}
+
+TEST(Drops, PartsAfterEmptyPartsAOfTwoBulletinsAreTwoDrops) {
+    const std::vector<Sounding> soundings =
+        soundingsOf({decoded(DROP_A).bulletin(1).status(Reading::EMPTY), decoded(DROP_B).bulletin(1),
+                     decoded(OTHER_DROP_A).bulletin(2).status(Reading::EMPTY), decoded(OTHER_DROP_B).bulletin(2)});
+    EXPECT_EQ(lettersOf(soundings), "B B");
+}
+
+TEST(Drops, LoosePartIsKeptWhereTheOnlyPartAIsRefused) {
+    EXPECT_EQ(
+        lettersOf(soundingsOf({decoded(DROP_A).bulletin(1).status(Reading::REFUSED), decoded(DROP_B).bulletin(2)})),
+        "B");
+}
+
+TEST(Drops, ComeInTheOrderOfTheirFirstPartsLooseOnesToo) {
+    EXPECT_EQ(lettersOf(soundingsOf({decoded(DROP_B).bulletin(1), decoded(BETHEL_C), decoded(DROP_A).bulletin(2)})),
+              "AB C");
 }
 
 TEST(Drops, LaterBulletinWithAReadablePartAIsADropOfItsOwn) {
@@ -404,6 +473,17 @@ TEST(Drops, CorrectionReplacesTheDropOfTheSameHeadingWhicheverComesFirst) {
         EXPECT_EQ(soundings[0].levels.front().pressure, 1006);
         EXPECT_EQ(soundings[0].levels.back().temperature, 18.8);
     }
+}
+
+TEST(Drops, CorrectionReplacesTheDropOfItsHeadingAndNoOther) {
+    const std::string corrected = "XXAA 70035 99153 70659 04355 99005 29056 28030 00052 28656 28032 88999 77999";
+    const std::vector<Sounding> soundings =
+        soundingsOf({decoded(DROP_A).bulletin(1).heading("UZNT13 KNHC 200250"),
+                     decoded(OTHER_DROP_A).bulletin(2).heading("UZNT13 KNHC 200255"),
+                     decoded(corrected).bulletin(3).heading("UZNT13 KNHC 200255 CCA")});
+    ASSERT_EQ(lettersOf(soundings), "A A");
+    EXPECT_EQ(soundings[0].levels.front().pressure, 1007);
+    EXPECT_EQ(soundings[1].levels.front().pressure, 1005);
 }
 
 TEST(Drops, CorrectionUnderAnotherHeadingReplacesTheOnlyDrop) {

@@ -30,8 +30,8 @@ private:
     std::locale _before;
 };
 
-// Makes a locale with a decimal comma that of C. The C library looks for it in the system's places and in those that the
-// environment variable LOCPATH names, or else in the build folder, where scripts/test puts one.
+// Makes a locale with a decimal comma that of C. The C library looks for it in the system's places and in those that
+// the environment variable LOCPATH names, or else in the build folder, where scripts/test puts one.
 class DecimalCommaInC {
 public:
     DecimalCommaInC() : _before(std::setlocale(LC_ALL, nullptr)) {

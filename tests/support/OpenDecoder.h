@@ -63,13 +63,13 @@ public:
     using Corvane::decodeTTTDDandDDFFF;
     using Corvane::decodeWL150;
     using Corvane::decodeYYGGId_YYGGa4;
-    using Corvane::extractDouble;
-    using Corvane::extractInt;
+    using Corvane::streamDouble;
+    using Corvane::streamInt;
     using Corvane::fractionalDegrees;
     using Corvane::init;
     using Corvane::lastWindPresA;
     using Corvane::lastWindPresC;
-    using Corvane::leadingNumber;
+    using Corvane::strtodDouble;
     using Corvane::LevelComparatorByType;
     using Corvane::levelStore;
     using Corvane::mandatoryA;

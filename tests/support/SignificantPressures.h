@@ -39,7 +39,7 @@ inline constexpr SignificantPressure SIGNIFICANT_PRESSURES[] = {
     {"11ABC", 1000, 0, 0},
     {"11inf", 1000, 0, 0},
     {"11nan", 1000, 0, 0},
-    // a leading number, as it stands: signs, points, exponents
+    // a leading number, taken as written: signs, points, exponents
     {"1185/", 1085, 8.5, 85},
     {"118AB", 1008, 0.8, 8},
     {"11+12", 1012, 1.2, 12},

@@ -1,0 +1,172 @@
+// The lines behind the sounding: ground, isobars, isotherms, adiabats, mixing ratios.
+#include "Picture.h"
+
+#include <corvane/Thermodynamics.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <functional>
+#include <vector>
+
+namespace corvane::skewt {
+
+Line Picture::isoline(double fromPressure, double toPressure, const std::function<double(double)>& temperature) const {
+    constexpr int STRETCHES = 24;
+    Line line;
+    const double from = map.y(fromPressure);
+    const double to = map.y(toPressure);
+    for (int i = 0; i <= STRETCHES; ++i) {
+        const double pressure = map.pressure(from + (to - from) * i / STRETCHES);
+        const double value = temperature(pressure);
+        if (std::isfinite(value)) {
+            line.push_back(map.at(pressure, value));
+        }
+    }
+    return line;
+}
+
+void Picture::ground() {
+    const double surface = profile.groundPressure();
+    if (std::isnan(surface) || surface >= map.bottomPressure() || surface <= map.topPressure()) {
+        return;
+    }
+    const double y = map.y(surface);
+    background.rectangle({frame.left, y, frame.right, frame.bottom}, attribute("fill", colours.earth));
+    background.line({frame.left, y}, {frame.right, y}, stroke(colours.frame, 2.0 * hair));
+    labels.keepOff(Line{{frame.left, y}, {frame.right, y}});
+}
+
+void Picture::isobars() {
+    static constexpr std::array<double, 21> STANDARD{1000, 850, 700, 500, 300, 200, 100, 400, 925, 250, 150,
+                                                     50,   30,  20,  10,  70,  7,   5,   3,   2,   1};
+    static constexpr std::array<double, 3> OTHER{600, 800, 900};
+    static constexpr std::array<double, 5> CLOSE{950, 750, 650, 550, 450};  // for a diagram of the lower air
+
+    std::vector<double> all(STANDARD.begin(), STANDARD.end());
+    all.insert(all.end(), OTHER.begin(), OTHER.end());
+    if (map.topPressure() >= 400.0) {
+        all.insert(all.end(), CLOSE.begin(), CLOSE.end());
+    }
+    const Face face{0.95 * font};
+    front.textWhereFree(picture, {frame.left - 0.4 * font, frame.top - 0.5 * font}, Anchor::END, "hPa",
+                        {0.8 * font, false, colours.quiet});
+    background.open(attribute("id", "isobars") + ' ' + stroke(colours.isobar, 1.2 * hair));
+    for (const double pressure : all) {
+        if (pressure > map.bottomPressure() || pressure < map.topPressure()) {
+            continue;
+        }
+        const double y = map.y(pressure);
+        background.line({frame.left, y}, {frame.right, y});
+        front.textWhereFree(picture, {frame.left - 0.4 * font, y + 0.34 * font}, Anchor::END, fixed(pressure, 0), face);
+    }
+    background.close();
+}
+
+void Picture::isotherms() {
+    const double step = map.range() < 45.0 ? 5.0 : 10.0;
+    const double coldest = std::max(-150.0, std::floor(map.temperature({frame.left, frame.top}) / step) * step);
+    const double warmest = map.cornerTemperature() + map.range();
+    std::vector<double> all;
+    for (double temperature = coldest; temperature <= warmest; temperature += step) {
+        all.push_back(temperature);
+    }
+    const auto lineOf = [&](double temperature) {
+        return Line{map.at(map.bottomPressure(), temperature), map.at(map.topPressure(), temperature)};
+    };
+
+    background.open(attribute("id", "isotherms") + ' ' + stroke(colours.isotherm, 1.2 * hair));
+    for (const double temperature : all) {
+        const auto pieces = clip(frame, lineOf(temperature));
+        background.paths(pieces, temperature == 0.0 ? "class=\"zero\" " + stroke(colours.zero, 2.2 * hair) : "");
+    }
+    background.close();
+
+    // Where an isotherm meets the lower or the upper edge it is named; every second or fourth one where not all have
+    // room.
+    front.textWhereFree(picture, {frame.right + 0.4 * font, frame.bottom + 1.25 * font}, Anchor::START,
+                        std::string("\xC2\xB0") + 'C', {0.8 * font, false, colours.quiet});
+    double named = step;
+    while (named * map.pixelsPerDegree() < 3.6 * font) {
+        named *= 2.0;
+    }
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [named](double temperature) { return std::fmod(temperature, named) != 0.0; }),
+              all.end());
+    const Face face{0.95 * font};
+    const Face zero{0.95 * font, true, colours.zero};
+    for (const double temperature : all) {
+        const Line line = lineOf(temperature);
+        const Face& fits = temperature == 0.0 ? zero : face;
+        if (line.front().x >= frame.left && line.front().x <= frame.right) {
+            front.textWhereFree(picture, {line.front().x, frame.bottom + 1.25 * font}, Anchor::MIDDLE,
+                                shown(temperature, 0), fits);
+        }
+        if (line.back().x >= frame.left + font && line.back().x <= frame.right) {
+            front.textWhereFree(picture, {line.back().x, frame.top - 0.5 * font}, Anchor::MIDDLE, shown(temperature, 0),
+                                fits);
+        }
+    }
+}
+
+void Picture::dryAdiabats() {
+    const double step = map.range() < 45.0 ? 5.0 : 10.0;
+    const auto theta = [&](Point corner) {
+        return dryAdiabat(map.temperature(corner), map.pressure(corner.y), 1000.0);
+    };
+    const double coldest = std::ceil(theta({frame.left, frame.bottom}) / step) * step;
+    const double warmest = theta({frame.right, frame.top});
+    background.open(attribute("id", "dry-adiabats") + ' ' + stroke(colours.dryAdiabat, 1.2 * hair));
+    double spacing = step;
+    for (double start = coldest; start < warmest; start += spacing) {
+        gridLine(isoline(map.bottomPressure(), map.topPressure(),
+                         [start](double pressure) { return dryAdiabat(start, 1000.0, pressure); }));
+        if (start >= 150.0) {  // in the stratosphere they are close
+            spacing = 5.0 * step;
+        }
+    }
+    background.close();
+}
+
+// From 1000 hPa up to where they can no longer be told from dry adiabats.
+void Picture::saturatedAdiabats() {
+    const double step = map.range() < 45.0 ? 2.0 : 5.0;
+    const double from = std::min(1000.0, map.bottomPressure());
+    const double to = std::max(200.0, map.topPressure());
+    background.open(attribute("id", "saturated-adiabats") + ' ' + stroke(colours.saturatedAdiabat, 1.2 * hair) + ' ' +
+                    dashes(1.2 * hair, 7.0, 4.0));
+    for (double start = -20.0; start <= 40.0 && from > to; start += step) {
+        double temperature = start;
+        double at = 1000.0;
+        Line line = isoline(map.bottomPressure(), to, [&](double pressure) {
+            temperature = pseudoadiabat(temperature, at, pressure);
+            at = pressure;
+            return temperature;
+        });
+        gridLine(line);
+    }
+    background.close();
+}
+
+void Picture::mixingRatios() {
+    static constexpr std::array<double, 10> RATIOS{0.2, 0.5, 1.0, 2.0, 4.0, 7.0, 10.0, 15.0, 22.0, 30.0};  // g/kg
+    const double top = std::max(600.0, map.topPressure());
+    if (top >= map.bottomPressure()) {
+        return;
+    }
+    background.open(attribute("id", "mixing-ratios") + ' ' + stroke(colours.mixingRatio, 1.2 * hair) + ' ' +
+                    dashes(1.2 * hair, 1.5, 4.0));
+    for (const double ratio : RATIOS) {
+        gridLine(isoline(map.bottomPressure(), top,
+                         [ratio](double pressure) { return dewpointOfMixingRatio(ratio / 1000.0, pressure); }));
+    }
+    background.close();
+    for (const double ratio : RATIOS) {
+        const Point end = map.at(top, dewpointOfMixingRatio(ratio / 1000.0, top));
+        const std::string name = fixed(ratio, ratio < 1.0 ? 1 : 0);
+        background.textWhereFree(frame, {end.x, end.y - 0.25 * font}, Anchor::MIDDLE, name,
+                                 {0.72 * font, false, colours.quiet});
+    }
+}
+
+}  // namespace corvane::skewt

@@ -1,0 +1,114 @@
+#include "Scales.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace corvane::skewt {
+
+namespace {
+
+constexpr double USUAL_BOTTOM = 1050.0;
+constexpr double USUAL_TOP = 100.0;
+
+// How many degrees lie one above the other on the left edge of the usual diagram. With it the tropopause of middle
+// latitudes is in the middle of the upper third.
+constexpr double DEGREES_HIGH = 74.0;
+
+double roundedUp(double value, double step) {
+    return std::ceil(value / step) * step;
+}
+
+double roundedDown(double value, double step) {
+    return std::floor(value / step) * step;
+}
+
+// The lowest and the highest pressure of levels that show something in the diagram.
+struct Pressures {
+    double lowest = SoundingLevel::NOT_GIVEN;
+    double highest = SoundingLevel::NOT_GIVEN;
+};
+
+Pressures pressures(const Profile& profile) {
+    Pressures found;
+    for (const Level& level : profile.levels()) {
+        if (gives(level, Quantity::TEMPERATURE) || gives(level, Quantity::WIND)) {
+            if (std::isnan(found.highest)) {
+                found.highest = level.pressure;
+            }
+            found.lowest = level.pressure;
+        }
+    }
+    return found;
+}
+
+// The temperatures of a profile between two pressures, moved down the isotherms to the lower edge: what the lower edge
+// has to hold. Depends on the range, because degrees of a narrow range are wide.
+struct Span {
+    double least = 0.0;
+    double most = 0.0;
+};
+
+std::optional<Span> span(const Profile& profile, const Geometry& geometry, bool withDewpoints) {
+    std::optional<Span> found;
+    const auto include = [&](double pressure, double temperature) {
+        if (!std::isnan(temperature)) {
+            const double at =
+                temperature + (geometry.frame().bottom - geometry.y(pressure)) / geometry.pixelsPerDegree();
+            found = found ? Span{std::min(found->least, at), std::max(found->most, at)} : Span{at, at};
+        }
+    };
+    for (const Level& level : profile.levels()) {
+        if (level.pressure >= geometry.topPressure()) {
+            include(level.pressure, level.temperature);
+            if (withDewpoints) {
+                include(level.pressure, level.dewpoint);
+            }
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+Geometry scales(const Box& frame, const Profile& profile, const SkewTOptions& options) {
+    const Pressures data = pressures(profile);
+    double bottom = USUAL_BOTTOM;
+    if (data.highest > USUAL_BOTTOM - 5.0) {
+        bottom = roundedUp(data.highest + 5.0, 10.0);
+    } else if (data.highest < 400.0) {
+        bottom = roundedUp(1.1 * data.highest, 10.0);
+    }
+    double top = USUAL_TOP;
+    if (options.top > 0.0) {
+        top = options.top;
+    } else if (data.lowest > USUAL_TOP) {
+        top = roundedDown(data.lowest, data.lowest > 300.0 ? 50.0 : 10.0);
+    } else if (data.highest <= 1.5 * USUAL_TOP) {
+        top = data.lowest;
+    }
+    top = std::clamp(top, 1.0, 0.8 * bottom);
+
+    const double usual =
+        DEGREES_HIGH * frame.width() / frame.height() * std::log(bottom / top) / std::log(USUAL_BOTTOM / USUAL_TOP);
+    const double step = usual < 35.0 ? 5.0 : 10.0;
+    const double least = std::max(step * 2.0, std::round(usual / step) * step);
+    constexpr double MARGIN = 0.025;  // of the range, on either side
+    for (const bool withDewpoints : {true, false}) {
+        for (double range = least; range <= 2.0 * least; range += step) {
+            const auto found = span(profile, Geometry(frame, bottom, top, 0.0, range), withDewpoints);
+            if (!found) {
+                break;
+            }
+            const double lowest = roundedUp(found->most - (1.0 - MARGIN) * range, step);
+            const double highest = roundedDown(found->least - MARGIN * range, step);
+            if (lowest <= highest) {
+                const double corner = std::clamp(-roundedDown(range / 2.0, step), lowest, highest);
+                return {frame, bottom, top, corner, range};
+            }
+        }
+    }
+    return {frame, bottom, top, -roundedDown(least / 2.0, step), least};
+}
+
+}  // namespace corvane::skewt

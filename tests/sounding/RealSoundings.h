@@ -1,0 +1,12 @@
+// Real soundings for tests.
+#ifndef CORVANE_TESTS_REAL_SOUNDINGS_H
+#define CORVANE_TESTS_REAL_SOUNDINGS_H
+
+#include <corvane/Sounding.h>
+
+#include <vector>
+
+// The soundings of the bulletins in the folder data and of the sample reports.
+const std::vector<corvane::Sounding>& realSoundings();
+
+#endif

@@ -1,0 +1,65 @@
+// The examples of doc/soundings.md give the rows that stand there.
+#include "SoundingTable.h"
+#include "support/Samples.h"
+
+#include <corvane/Feed.h>
+#include <corvane/Sounding.h>
+
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The fenced blocks of a document of one kind.
+std::vector<std::string> blocksOf(const std::string& document, const std::string& kind) {
+    std::vector<std::string> blocks;
+    const std::string opening = "\n```" + kind + "\n";
+    for (std::size_t at = document.find(opening); at != std::string::npos; at = document.find(opening, at)) {
+        at += opening.size();
+        blocks.push_back(document.substr(at, document.find("```", at) - at));
+    }
+    return blocks;
+}
+
+std::string tableOf(const std::string& bulletins) {
+    std::istringstream input(bulletins);
+    corvane::BulletinReader reader(input, "-");
+    corvane::Soundings collected;
+    for (corvane::Part part; reader.next(part);) {
+        collected.add(part, corvane::read(part));
+    }
+    std::string table;
+    corvane::table::appendSoundingHeader(table);
+    for (const corvane::Sounding& sounding : collected.soundings()) {
+        corvane::table::appendSoundingRows(table, sounding);
+    }
+    return table;
+}
+
+TEST(SoundingDocuments, ExamplesGiveTheRowsThatAreShown) {
+    const std::string document = contentOf(sourceFile("doc/soundings.md"));
+    const std::vector<std::string> bulletins = blocksOf(document, "feed");
+    const std::vector<std::string> tables = blocksOf(document, "rows");
+    ASSERT_EQ(bulletins.size(), 3U);
+    ASSERT_EQ(tables.size(), bulletins.size());
+    for (std::size_t index = 0; index < bulletins.size(); ++index) {
+        EXPECT_EQ(tableOf(bulletins[index]), tables[index]);
+    }
+}
+
+TEST(SoundingDocuments, NameEveryColumn) {
+    const std::string document = contentOf(sourceFile("doc/soundings.md"));
+    std::string header;
+    corvane::table::appendSoundingHeader(header);
+    header.pop_back();
+    std::istringstream columns(header);
+    int count = 0;
+    for (std::string column; std::getline(columns, column, ','); ++count) {
+        EXPECT_NE(document.find('`' + column + '`'), std::string::npos) << column;
+    }
+    EXPECT_EQ(count, 18);
+}
+
+}  // namespace
