@@ -1,8 +1,10 @@
 """Builds the Python package from the sources of the library. The version stands once, in CMakeLists.txt."""
+import os
 import pathlib
+import platform
 import re
 
-from pybind11.setup_helpers import Pybind11Extension, build_ext
+from pybind11.setup_helpers import ParallelCompile, Pybind11Extension, build_ext
 from setuptools import setup
 
 ROOT = pathlib.Path(__file__).resolve().parent
@@ -19,10 +21,22 @@ def sources():
     return sorted(str(path.relative_to(ROOT)) for path in found)
 
 
+def options():
+    """Results must not depend on the processor; CMakeLists.txt says more."""
+    if os.name != "posix":
+        return []
+    always = ["-ffp-contract=off", "-fno-semantic-interposition", "-g0"]
+    return [*always, "-msse2", "-mfpmath=sse"] if re.fullmatch("i[3-6]86", platform.machine()) else always
+
+
+ParallelCompile("CORVANE_BUILD_JOBS", default=os.cpu_count() or 1).install()
+
 setup(
     name="corvane",
     version=version(),
     description="Decoder for upper-air soundings in the WMO code forms TEMP, TEMP SHIP, TEMP DROP and TEMP MOBIL",
+    long_description=(ROOT / "doc" / "python.md").read_text(encoding="utf-8"),
+    long_description_content_type="text/markdown",
     python_requires=">=3.9",
     package_dir={"": "python"},
     packages=["corvane"],
@@ -36,10 +50,11 @@ setup(
         Pybind11Extension(
             "corvane._corvane",
             sources(),
+            depends=sorted(str(path.relative_to(ROOT)) for path in [*ROOT.glob("src/**/*.h"), *ROOT.glob("include/**/*.h")]),
             include_dirs=["include", "src"],
             cxx_std=17,
-            define_macros=[("CORVANE_PACKAGE_VERSION", '"%s"' % version())],
-            extra_compile_args=["-ffp-contract=off"],
+            define_macros=[("CORVANE_PACKAGE_VERSION", f'"{version()}"')],
+            extra_compile_args=options(),
         )
     ],
     cmdclass={"build_ext": build_ext},
