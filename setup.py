@@ -21,6 +21,11 @@ def sources():
     return sorted(str(path.relative_to(ROOT)) for path in found)
 
 
+def headers():
+    found = [*ROOT.glob("src/**/*.h"), *ROOT.glob("include/**/*.h")]
+    return sorted(str(path.relative_to(ROOT)) for path in found)
+
+
 def options():
     """Results must not depend on the processor; CMakeLists.txt says more."""
     if os.name != "posix":
@@ -50,7 +55,7 @@ setup(
         Pybind11Extension(
             "corvane._corvane",
             sources(),
-            depends=sorted(str(path.relative_to(ROOT)) for path in [*ROOT.glob("src/**/*.h"), *ROOT.glob("include/**/*.h")]),
+            depends=headers(),
             include_dirs=["include", "src"],
             cxx_std=17,
             define_macros=[("CORVANE_PACKAGE_VERSION", f'"{version()}"')],

@@ -21,10 +21,10 @@ Functions:
     to_xarray     several soundings into one xarray.Dataset
     decode        one report into a Report
 
-Units: hPa, degrees Celsius, m/s, degrees true, geopotential metres, UTC. Numbers have the six significant digits of the
-tables that the programs write. Nothing is made up: a value that is not reported is NaN in a table and None in an object.
-All functions may run in several threads at once; the lock of the interpreter is released while decoding. pandas, numpy
-and xarray are needed only where their objects are asked for. ``corvane.dask`` reads archives with dask.
+Units: hPa, degrees Celsius, m/s, degrees true, geopotential metres, UTC. Numbers have the six significant digits of
+the tables that the programs write. Nothing is made up: a value that is not reported is NaN in a table and None in an
+object. All functions may run in several threads at once; the lock of the interpreter is released while decoding.
+pandas, numpy and xarray are needed only where their objects are asked for. ``corvane.dask`` reads archives with dask.
 
 ``python3 -m corvane FILE`` prints the soundings of a file.
 """

@@ -29,9 +29,9 @@ def main() -> int:
         print(f"{sounding.form:<11} {sounding.station:<10} {sounding.day:3} {sounding.hour:4} {sounding.launch:>6} "
               f"{sounding.letters:>5} {len(pressures):6} {span}".rstrip())
     counts = reader.counts
-    print(f"{len(soundings)} soundings; {counts['parts']} parts: {counts['decoded']} decoded ({counts['mended']} mended, "
-          f"{counts['with losses']} with losses, {counts['doubtful']} doubtful), {counts['NIL']} NIL, "
-          f"{counts['empty']} empty, {counts['refused']} refused")
+    print(f"{len(soundings)} soundings; {counts['parts']} parts: {counts['decoded']} decoded "
+          f"({counts['mended']} mended, {counts['with losses']} with losses, {counts['doubtful']} doubtful), "
+          f"{counts['NIL']} NIL, {counts['empty']} empty, {counts['refused']} refused")
     if trouble:
         return 2
     return 1 if counts["refused"] or counts["with losses"] or not counts["parts"] else 0

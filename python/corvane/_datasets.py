@@ -37,8 +37,11 @@ _PROFILE = {
     "latitude": {"standard_name": "latitude", "units": "degrees_north"},
     "longitude": {"standard_name": "longitude", "units": "degrees_east"},
 }
-_ATTRIBUTES = {"Conventions": "CF-1.8", "featureType": "profile", "source": "radiosonde or dropsonde, decoded by corvane "
-               + _corvane.__version__}
+_ATTRIBUTES = {
+    "Conventions": "CF-1.8",
+    "featureType": "profile",
+    "source": f"radiosonde or dropsonde, decoded by corvane {_corvane.__version__}",
+}
 
 
 def _profile_values(sounding: Sounding) -> dict[str, Any]:
@@ -69,7 +72,8 @@ def _level_variables(frame: pandas.DataFrame, dimension: str) -> dict[str, Any]:
 def _dataset(variables: dict[str, Any], profile: dict[str, Any]) -> xarray.Dataset:
     # The identifier, by which CF finds the profiles, is a variable like any other; the rest are coordinates.
     variables["profile"] = profile.pop("profile")
-    dataset = xarray.Dataset(variables, coords={**profile, "pressure": variables.pop("pressure")}, attrs=dict(_ATTRIBUTES))
+    coordinates = {**profile, "pressure": variables.pop("pressure")}
+    dataset = xarray.Dataset(variables, coords=coordinates, attrs=dict(_ATTRIBUTES))
     dataset["time"].encoding.update(units="hours since 1970-01-01", dtype="float64", calendar="standard")
     return dataset
 

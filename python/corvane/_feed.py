@@ -15,19 +15,20 @@ def read_feed(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
               mends: bool = True) -> pandas.DataFrame:
     """Reads bulletins into the table that corvane-feed writes: a row for each level of each part.
 
-    Columns: ``source`` (FILE:LINE, the key of a part), ``heading``, ``form``, ``part``, ``station``, ``day``, ``hour``
-    (UTC), ``slat``, ``slon`` (degrees), ``selev`` (metres), ``launch`` (GGgg), ``mends``, ``doubt``, ``type``, ``pres``
-    (hPa), ``tdry``, ``dp`` (degrees Celsius), ``wspd`` (m/s), ``wdir`` (degrees true), ``height`` (geopotential metres),
-    ``time``, ``lat``, ``lon`` (of a remark of a dropsonde), ``pres2`` (hPa). A missing value is NaN, also in a column of
-    texts, as pandas.read_csv reads an empty field. ``attrs["units"]`` holds the units, ``attrs["parts"]`` the table of
-    all parts: status (decoded, NIL, empty, refused), mends, and why a part was refused.
+    Columns: ``source`` (FILE:LINE, the key of a part), ``heading``, ``form``, ``part``, ``station``, ``day``,
+    ``hour`` (UTC), ``slat``, ``slon`` (degrees), ``selev`` (metres), ``launch`` (GGgg), ``mends``, ``doubt``,
+    ``type``, ``pres`` (hPa), ``tdry``, ``dp`` (degrees Celsius), ``wspd`` (m/s), ``wdir`` (degrees true), ``height``
+    (geopotential metres), ``time``, ``lat``, ``lon`` (of a remark of a dropsonde), ``pres2`` (hPa). A missing value is
+    NaN, also in a column of texts, as pandas.read_csv reads an empty field. ``attrs["units"]`` holds the units,
+    ``attrs["parts"]`` the table of all parts: status (decoded, NIL, empty, refused), mends, and why a part was refused.
 
     Args:
         source: a path (``.gz`` is unpacked, "-" is standard input), the bytes themselves, an open file, or a list of
             these.
-        near: a date, such as "2022-07-13". Adds the column ``time``, in UTC: the day and hour nearest to that date that
-            carry this day of the month. The digits of a remark, otherwise called ``time``, are then ``remark_time``. For
-            inputs of many dates: a function that gives the date for a path. Without it no year is invented.
+        near: a date, such as "2022-07-13". Adds the column ``time``, in UTC: the day and hour nearest to that date
+            that carry this day of the month. The digits of a remark, otherwise called ``time``, are then
+            ``remark_time``. For inputs of many dates: a function that gives the date for a path. Without it no year is
+            invented.
         mends: whether parts are mended; False: only cut and checked.
 
     Raises:

@@ -65,9 +65,10 @@ def feed_frame(levels: dict[str, Any], parts: dict[str, Any], rows: list[tuple[s
     if near is not None:
         columns = {"remark_time" if name == "time" else name: column for name, column in columns.items()}
         columns["time"] = times(columns["day"], columns["hour"], rows, near)
-    frame = pandas.DataFrame(columns)
+    frame = pandas.DataFrame(columns, copy=False)
     frame.attrs["units"] = dict(FEED_UNITS)
-    frame.attrs["parts"] = PartsFrame(table(parts, _corvane.PARTS_COLUMNS)).astype({"day": "Int64", "hour": "Int64"})
+    of_parts = pandas.DataFrame(table(parts, _corvane.PARTS_COLUMNS)).astype({"day": "Int64", "hour": "Int64"})
+    frame.attrs["parts"] = PartsFrame(of_parts)
     return frame
 
 

@@ -26,7 +26,7 @@ def sources(source: Source | Iterable[Source]) -> Iterator[Source]:
     if isinstance(source, (str, os.PathLike, bytes, bytearray, memoryview)) or hasattr(source, "read"):
         yield cast(Source, source)
     elif isinstance(source, Iterable):
-        yield from source
+        yield from cast("Iterable[Source]", source)
     else:
         raise TypeError(f"bulletins are read from a path, bytes, a file object or a list of these, not {source!r}")
 

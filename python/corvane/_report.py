@@ -1,7 +1,7 @@
 """One report."""
 from __future__ import annotations
 
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 from typing import TYPE_CHECKING, NamedTuple, Optional, Union
 
 from . import _corvane
@@ -63,8 +63,8 @@ class Report:
     latitude: Optional[float]  #: degrees north; None for TEMP
     longitude: Optional[float]  #: degrees east; None for TEMP
     winds_in_knots: bool  #: whether the report gives knots; the levels have m/s either way
-    groups: tuple[str, ...] = field(default=())  #: all groups of the report
-    levels: tuple[Level, ...] = field(default=())  #: in the order of the table
+    groups: tuple[str, ...]  #: all groups of the report
+    levels: tuple[Level, ...]  #: in the order of the table
 
     def __repr__(self) -> str:
         name = f" {self.station}" if self.station else ""
@@ -113,4 +113,4 @@ def decode(text: Union[str, bytes, bytearray, memoryview]) -> Report:
     else:
         raise TypeError(f"a report is str or bytes, not {type(text).__name__}")
     *values, levels = _corvane.decode(content)
-    return Report(*values, levels=tuple(Level._make(level) for level in levels))
+    return Report(*[*values, tuple(map(Level._make, levels))])

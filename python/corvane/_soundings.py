@@ -171,7 +171,9 @@ class Sounding:
                 self.elevation, self.launch, self.replaced, self.parts, self.levels)
 
     def __eq__(self, other: object) -> bool:
-        return self._identity() == other._identity() if isinstance(other, Sounding) else NotImplemented
+        if not isinstance(other, Sounding):
+            return NotImplemented
+        return self._identity() == other._identity()
 
     def __hash__(self) -> int:
         return hash((self.form, self.station, self.day, self.hour, self.time))
@@ -183,10 +185,10 @@ class Sounding:
         """The profile, surface first, in the columns that tools for upper-air data share.
 
         ``pressure`` (hPa), ``height`` (meter), ``temperature``, ``dewpoint`` (degC), ``direction`` (degrees),
-        ``speed``, ``u_wind``, ``v_wind`` (m/s), ``station``, ``time`` (UTC), ``latitude``, ``longitude`` (degrees); then
-        ``doubt`` and ``kinds`` (names separated by spaces) and ``height_computed``. Missing values are NaN. Levels below
-        the ground are left out, and so are those without temperature, dew point and wind. Units, as texts for pint,
-        stand in ``attrs["units"]``.
+        ``speed``, ``u_wind``, ``v_wind`` (m/s), ``station``, ``time`` (UTC), ``latitude``, ``longitude`` (degrees);
+        then ``doubt`` and ``kinds`` (names separated by spaces) and ``height_computed``. Missing values are NaN. Levels
+        below the ground are left out, and so are those without temperature, dew point and wind. Units, as texts for
+        pint, stand in ``attrs["units"]``.
 
         >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
         >>> frame = soundings(bulletin)[0].to_pandas()
