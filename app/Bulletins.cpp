@@ -56,6 +56,9 @@ void Bulletins::read(const std::vector<std::string>& files, const corvane::ReadO
                      const Handler& handle) {
     static const std::vector<std::string> STANDARD_INPUT{"-"};
     for (const std::string& file : files.empty() ? STANDARD_INPUT : files) {
+        if (stopped) {
+            return;
+        }
         struct stat information {};
         errno = 0;
         if (file == "-") {
@@ -78,7 +81,7 @@ void Bulletins::readInput(std::istream& input, const std::string& name, const co
     Progress progress(name, bytes);
     corvane::BulletinReader bulletins(input, name);
     corvane::Part part;
-    while (bulletins.next(part)) {
+    while (!stopped && bulletins.next(part)) {
         const corvane::Reading reading = corvane::read(part, options);
         count(reading);
         if (!quiet && (reading.status == corvane::Reading::REFUSED || reading.mended() || reading.doubtful())) {

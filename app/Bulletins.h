@@ -35,6 +35,9 @@ public:
     /// little.
     void report(const corvane::Part& part, const corvane::Reading& reading) const;
 
+    /// Called by a handler: nothing more is read.
+    void stop() { stopped = true; }
+
     /// Writes the line that counts the parts.
     void summarize() const;
 
@@ -66,6 +69,7 @@ private:
     std::string program;
     bool quiet;
     bool troubled = false;
+    bool stopped = false;
     Counts counts;
 };
 

@@ -103,6 +103,9 @@ int run(const Arguments& arguments) {
                        } else {
                            table.written();
                        }
+                       if (table.error() != 0 || (parts && parts->error() != 0)) {
+                           bulletins.stop();  // a stream may be endless, and nobody gets its rows
+                       }
                    });
     soundings.forEach([&table](const corvane::Sounding& sounding) {
         corvane::table::appendSoundingRows(table.text, sounding);

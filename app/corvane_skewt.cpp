@@ -68,17 +68,17 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     app.add_option("FILE", arguments.files, "Bulletins to read; standard input when none is named, and for -");
     app.add_option("--station", arguments.station,
                    "The sounding of this station or call sign, or of this name in the list")
-        ->type_name("NAME");
+        ->option_text("NAME");
     auto* all = app.add_option("--all", arguments.folder, "Write every sounding into this folder, as STATION-DDHH.svg")
-                    ->type_name("DIR");
+                    ->option_text("DIR");
     app.add_option("--units", arguments.units, "Unit of wind speeds: kt or mps (kt)")
-        ->type_name("UNIT")
-        ->check(CLI::IsMember({"kt", "mps"}).name(""));
+        ->option_text("UNIT")
+        ->check(CLI::IsMember({"kt", "mps"}));
     app.add_option("--top", arguments.picture.top, "Pressure of the upper edge, 1 to 900 hPa (100)")
-        ->type_name("HPA")
-        ->check(CLI::Range(1.0, 900.0).name(""));
+        ->option_text("HPA")
+        ->check(CLI::Range(1.0, 900.0));
     app.add_option("--size", arguments.size, "Width and height in pixels, 400x440 to 10000x10000 (1000x1100)")
-        ->type_name("WxH");
+        ->option_text("WxH");
     app.add_flag("--dark", arguments.picture.dark, "Light lines on a dark ground");
     app.add_flag("--indices", arguments.indices, "Write a table of the indices of all soundings instead of pictures")
         ->excludes(all);

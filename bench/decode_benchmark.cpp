@@ -1,5 +1,5 @@
-// Decoding in process: the life of a decoder, its construction alone, the table into a string stream, and as a floor
-// the plain splitting of the same text into a deque of strings. Then how these grow with the report.
+// Decoding in process: the life of a decoder, its construction only, its table written to a string stream, and as a
+// floor the same text split into a deque of strings. Then how these grow with the report.
 #include "Table.h"
 
 #include <corvane/Corvane.h>
@@ -60,7 +60,7 @@ void splitText(benchmark::State& state, const std::string& text) {
     count(state, text);
 }
 
-// The whole life of a decoder, from its text to its end.
+// The whole life of a decoder, from its text to its destruction.
 void decode(benchmark::State& state, const std::string& text) {
     for (auto iteration : state) {
         const Corvane decoder(text);
@@ -69,20 +69,20 @@ void decode(benchmark::State& state, const std::string& text) {
     count(state, text);
 }
 
-// Its construction alone is timed, by the clock; what its end takes is counted beside it, in seconds. (The floor,
-// split, has the end of its deque in it.)
+// Only the construction is timed; the counter destruction_s gives the mean time of the destruction. (The time of split
+// includes the destruction of its deque.)
 void construct(benchmark::State& state, const std::string& text) {
-    std::chrono::duration<double> ends{0.0};
+    std::chrono::duration<double> destruction{0.0};
     for (auto iteration : state) {
         const auto begin = std::chrono::steady_clock::now();
         std::optional<Corvane> decoder(std::in_place, text);
         const auto constructed = std::chrono::steady_clock::now();
         decoder.reset();
-        ends += std::chrono::steady_clock::now() - constructed;
+        destruction += std::chrono::steady_clock::now() - constructed;
         state.SetIterationTime(std::chrono::duration<double>(constructed - begin).count());
     }
     count(state, text);
-    state.counters["end_s"] = benchmark::Counter(ends.count(), benchmark::Counter::kAvgIterations);
+    state.counters["destruction_s"] = benchmark::Counter(destruction.count(), benchmark::Counter::kAvgIterations);
 }
 
 void refuse(benchmark::State& state, const std::string& text) {
@@ -107,7 +107,7 @@ void writeTable(benchmark::State& state, const std::string& text) {
     count(state, text);
 }
 
-// One of the above with a report of so many groups.
+// One of the above, with a report of a given number of groups.
 void grow(benchmark::State& state, void (*run)(benchmark::State&, const std::string&)) {
     run(state, reportOfGroups(state.range(0)));
     state.counters["per_group"] =

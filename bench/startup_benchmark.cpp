@@ -1,5 +1,5 @@
-// Whole-process times, from the start of a process to its end: a program that does nothing, corvane on a report and cat
-// of the same report, by turns, their output thrown away.
+// Whole-process times, from the start of a process to its end: a program that does nothing, corvane on a report, and
+// cat of the same report, in turn. Their output is discarded.
 //
 //     startup_benchmark EMPTY_PROGRAM CORVANE REPORT [ROUNDS]
 #include <algorithm>

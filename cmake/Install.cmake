@@ -1,5 +1,5 @@
-# What `cmake --install` puts where. Components: `program` (the programs, their man pages, the documents and examples),
-# `development` (what is needed to build against the library) and, with a shared library, `runtime` (the library itself).
+# What `cmake --install` puts where. Components: `program` (the programs, man pages, documents and examples),
+# `development` (what is needed to build with the library) and, with a shared library, `runtime` (the library itself).
 include(CMakePackageConfigHelpers)
 
 set(corvane_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/corvane)
@@ -54,7 +54,8 @@ if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     install(CODE "
     if(CMAKE_INSTALL_PREFIX STREQUAL [==[${CMAKE_INSTALL_PREFIX}]==])
         include([==[${PROJECT_SOURCE_DIR}/cmake/FixedPrefix.cmake]==])
-        corvane_fix_prefix(\"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\" \"\${CMAKE_INSTALL_PREFIX}\")
+        corvane_fix_prefix(
+            \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}\" \"\${CMAKE_INSTALL_PREFIX}\")
     endif()" COMPONENT development)
 endif()
 

@@ -1,8 +1,8 @@
 # The Debian packages that `cpack -G DEB` makes: corvane (the programs, their man pages, documents and examples) and
 # libcorvane-dev (headers, library and package files); with a shared library also libcorvaneN, the library itself, where
-# N is the number of its soname. A package for a distribution is configured with -DCMAKE_INSTALL_PREFIX=/usr, which gives
-# the multiarch library directory, and -DCORVANE_STATIC=OFF, which leaves the C++ runtime to its own package; dependencies
-# are then found with dpkg-shlibdeps and file (Debian: dpkg-dev, file).
+# N is the number of its soname. A package for a distribution is configured with -DCMAKE_INSTALL_PREFIX=/usr, which
+# gives the multiarch library directory, and -DCORVANE_STATIC=OFF, which leaves the C++ runtime to its own package.
+# Dependencies are then found with dpkg-shlibdeps and file (Debian: dpkg-dev, file).
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "corvane maintainers <maintainers@corvane.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")

@@ -1,5 +1,5 @@
-// Reads a report from a file and prints its station, its time and its profile from the ground up; a fault in the report
-// is told with the groups where it stands.
+// Reads a report from a file and prints its station, its time and its profile from the ground up. For a report that is
+// refused it prints the message, which shows the groups at the fault.
 //
 //     c++ -std=c++17 embed.cpp $(pkg-config --cflags --libs corvane) -o embed
 //     ./embed reports/drop-maria-2017.txt
@@ -57,7 +57,7 @@ void print(const Corvane& report) {
 int main(int argc, char* argv[]) {
     std::ifstream file(argc == 2 ? argv[1] : "");
     if (!file) {
-        std::cerr << "call: embed REPORT\n";
+        std::cerr << "usage: embed REPORT\n";
         return 2;
     }
     const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
@@ -66,7 +66,7 @@ int main(int argc, char* argv[]) {
         return 0;
     } catch (const std::string& fault) {  // a coding fault
         std::cerr << argv[1] << ": " << fault << '\n';
-    } catch (const std::out_of_range&) {  // a group shorter than what should stand in it
+    } catch (const std::out_of_range&) {  // a group too short for its content
         std::cerr << argv[1] << ": a group is too short\n";
     }
     return 1;

@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # $usage and $work are set by the scripts
 # Sourced by the scripts in this folder: where the project is, what they say, and how they install what is missing.
 
 unset CDPATH
@@ -111,7 +111,8 @@ install_missing() {
         drop_unavailable
     fi
     [ "${#missing[@]}" -gt 0 ] || [ "${#optional[@]}" -gt 0 ] || return 0
-    local by_hand="these packages are missing: ${missing[*]} ${optional[*]}; install them as root, with apt-get install"
+    local packages=("${missing[@]}" "${optional[@]}")
+    local by_hand="these packages are missing: ${packages[*]}; install them as root: apt-get install ${packages[*]}"
     if ! command -v apt-get >/dev/null 2>&1 || ! can_be_root; then
         if [ "${#missing[@]}" -eq 0 ]; then
             say "going on without packages that are optional: ${optional[*]}"
@@ -126,9 +127,10 @@ install_missing() {
         as_root apt-get update >&2 </dev/null || say "apt-get update failed, going on with the lists that are there"
         drop_unavailable
         [ "${#missing[@]}" -gt 0 ] || [ "${#optional[@]}" -gt 0 ] || exit 0
-        say "installing ${missing[*]} ${optional[*]}"
+        packages=("${missing[@]}" "${optional[@]}")
+        say "installing ${packages[*]}"
         as_root env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600 \
-            install -y --no-install-recommends "${missing[@]}" "${optional[@]}" >&2 </dev/null
+            install -y --no-install-recommends "${packages[@]}" >&2 </dev/null
     ) || {
         say "$by_hand"
         exit 1
@@ -137,7 +139,7 @@ install_missing() {
     optional=()
 }
 
-# ---- folders that only one script at a time may use --------------------------------------------------------------------
+# ---- folders that only one script at a time may use -----------------------------------------------------------------
 
 # lock FOLDER: waits until no other script holds the folder, and holds it until the end of the shell.
 lock() {
@@ -159,7 +161,7 @@ build_folder() {
     lock "$project/$1"
 }
 
-# ---- tests -----------------------------------------------------------------------------------------------------------
+# ---- tests ----------------------------------------------------------------------------------------------------------
 
 # make_locale FOLDER: makes a locale with a decimal comma below the folder, for tests that need one.
 make_locale() {
@@ -179,7 +181,6 @@ make_locale() {
 
 # check WHAT COMMAND...: runs the command, usually a function, up to the first failure in it, and ends the script when
 # there is one. The output goes to the script's scratch folder $work and is shown then.
-# shellcheck disable=SC2154 # work is the script's
 check() {
     local what=$1 status
     shift

@@ -22,7 +22,7 @@ struct LastWind {
 
 constexpr std::array<LastWind, 10> LAST_WINDS{{
     {'/', NO_WINDS, NO_WINDS},
-    {'0', 1000, 0},  // part C: deliberate: below the pressure of every surface, so that all have a wind
+    {'0', 1000, 0},  // deliberate: in part C below the pressure of every surface, so that all have a wind
     {'1', 100, 10},
     {'2', 200, 20},
     {'3', 300, 30},

@@ -25,13 +25,13 @@ static_assert(ascending(), "appendRow needs the columns in the order of LEVEL_FI
 }  // namespace
 
 void appendNumber(std::string& out, double number) {
-    // Nearly every number of a report has at most two decimals and at most six digits: a whole number of hundredths
+    // Most numbers of a table have at most two decimals and at most six digits: they are a whole number of hundredths
     // that gives the number back when divided by 100. Its digits are written as they are.
     const double magnitude = std::fabs(number);
     if (magnitude < 1000000.0) {
-        const int hundredths = static_cast<int>(magnitude * 100.0 + 0.5);
+        const long hundredths = std::lround(magnitude * 100.0);
         const bool sixDigits = hundredths < 1000000 || hundredths % 100 == 0;
-        if (sixDigits && hundredths / 100.0 == magnitude) {
+        if (sixDigits && static_cast<double>(hundredths) / 100.0 == magnitude) {
             std::array<char, 16> digits;
             char* at = digits.data();
             if (std::signbit(number)) {

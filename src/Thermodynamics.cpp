@@ -91,10 +91,10 @@ double pseudoadiabaticLapse(double temperature, double pressure) {
 // The classical Runge-Kutta method of fourth order, in equal steps of ln p. Any two numbers above 0 are less than
 // 30,000 steps from each other.
 double pseudoadiabat(double temperature, double fromPressure, double toPressure) {
-    if (!isPressure(fromPressure) || !isPressure(toPressure)) {
+    if (std::isnan(temperature) || !isPressure(fromPressure) || !isPressure(toPressure)) {
         return NONE;
     }
-    const double distance = std::log(toPressure / fromPressure);
+    const double distance = std::log(toPressure) - std::log(fromPressure);  // the quotient could be infinite
     const int steps = 1 + static_cast<int>(std::fabs(distance) / LONGEST_STEP);
     const double step = distance / steps;
     const double halfStep = std::exp(0.5 * step);

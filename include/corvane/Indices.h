@@ -10,9 +10,9 @@
 /// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
 /// have them, however far those are apart. Formulas stand in Thermodynamics.h.
 ///
-/// What no atmosphere has counts as not given: a pressure that is not between 0.01 and 2000 hPa or not below that of the
-/// level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1 kg/kg or
-/// more, a wind above 1000 m/s or from no direction between 0 and 360 degrees, a height beyond 200 km.
+/// What no atmosphere has counts as not given: a pressure that is not between 0.01 and 2000 hPa or not below that of
+/// the level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1 kg/kg
+/// or more, a wind above 1000 m/s or from no direction between 0 and 360 degrees, a height beyond 200 km.
 #ifndef CORVANE_INDICES_H
 #define CORVANE_INDICES_H
 

@@ -20,6 +20,7 @@ namespace {
 
 struct Word {
     std::string text;
+    std::string received;  // with the punctuation that the text has lost; empty where it had none
     std::uint64_t line = 0;
     std::uint64_t offset = 0;
     std::uint64_t end = 0;
@@ -122,6 +123,7 @@ private:
     bool readWord();
     void endPendingLines(bool beforeLineFeed);
     void addWord(Word word);
+    bool splitFront();
     const Word* peek(std::size_t index);
     Word take();
 
@@ -188,7 +190,7 @@ void BulletinReader::Cutter::endPendingLines(bool beforeLineFeed) {
     carriageReturns = 0;
 }
 
-// Reads up to the end of the next word and files it, or both its halves, in `ahead`.
+// Reads up to the end of the next word and files it in `ahead`.
 bool BulletinReader::Cutter::readWord() {
     Word word;
     bool inWord = false;
@@ -247,19 +249,28 @@ void BulletinReader::Cutter::addWord(Word word) {
         return;
     }
     lineIsEmpty = false;
-    const std::size_t place = word.tooLong ? 0 : placeOfGluedIdentifier(word.text);
-    if (place != 0) {
-        Word rest = word;
-        rest.text.erase(0, place);
-        rest.offset = word.offset + place;
-        rest.firstInLine = false;
-        word.text.erase(place);
-        word.end = rest.offset;
-        ahead.push_back(std::move(word));
-        ahead.push_back(std::move(rest));
-    } else {
-        ahead.push_back(std::move(word));
+    const std::string_view inside = groupInMarks(word.text);
+    if (!inside.empty()) {
+        word.received = word.text;
+        word.text = std::string(inside);
     }
+    ahead.push_back(std::move(word));
+}
+
+// Makes two words of the next one if it is an MMMM and the group beside it, such as TTAA56001 or 82302TTBB.
+bool BulletinReader::Cutter::splitFront() {
+    const std::size_t place = ahead.front().tooLong ? 0 : placeOfGluedIdentifier(ahead.front().text);
+    if (place == 0) {
+        return false;
+    }
+    Word rest = ahead.front();
+    rest.text.erase(0, place);
+    rest.offset += place;
+    rest.firstInLine = false;
+    ahead.front().text.erase(place);
+    ahead.front().end = rest.offset;
+    ahead.insert(ahead.begin() + 1, std::move(rest));
+    return true;
 }
 
 // The word `index` places after the next one; nullptr when the input ends before it.
@@ -356,10 +367,8 @@ void BulletinReader::Cutter::addGroup(Word word) {
         open.excess = "The part has more than " + std::to_string(MAXIMUM_GROUPS) + " groups.";
         return;
     }
-    const std::string_view inside = groupInMarks(word.text);
-    if (!inside.empty()) {
-        open.marks.push_back({"marks", word.text + " read as " + std::string(inside), false, {open.groups.size(), 1}});
-        word.text = std::string(inside);
+    if (!word.received.empty()) {
+        open.marks.push_back({"marks", word.received + " read as " + word.text, false, {open.groups.size(), 1}});
     }
     lastGroupBeganLine = word.firstInLine;
     open.groups.push_back({std::move(word.text), word.offset, word.end});
@@ -404,6 +413,10 @@ bool BulletinReader::Cutter::endsWithStationOfNext() {
 bool BulletinReader::Cutter::next(Part& part) {
     // What ends a part stays in `ahead` until the part is given, and is dealt with in the next call.
     while (peek(0) != nullptr) {
+        const bool beginsBulletin = isHeading();  // before it is split: a heading may begin with TTAA01
+        if (!beginsBulletin) {
+            splitFront();
+        }
         const char first = ahead.front().text[0];
         if (isDigit(first) || first == '/') {
             addGroup(take());
@@ -415,7 +428,7 @@ bool BulletinReader::Cutter::next(Part& part) {
             take();
             heading.clear();
             ++bulletin;
-        } else if (isHeading()) {
+        } else if (beginsBulletin) {
             if (partIsOpen) {
                 if (holdsSerialNumber()) {
                     dropLastGroup();

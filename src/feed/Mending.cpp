@@ -81,11 +81,7 @@ bool closeTropopauses(Work& work, const Stumble& stumble) {
 }
 
 // `section-7`: 31313 srrarasasa 8GGgg cut short.
-bool completeSystem(Work& work, const Stumble& stumble) {
-    std::size_t opener = std::min(stumble.place, work.size() - 1);
-    while (work.at(opener) != "31313") {
-        --opener;
-    }
+bool completeSystem(Work& work, std::size_t opener) {
     const std::string system = work.at(opener + 1);
     const std::string time = work.at(opener + 2);
     if (system.empty() || isOpener(system)) {
@@ -143,7 +139,7 @@ bool mendStumble(Work& work, const PartDecoder& decoder) {
     case Stumble::SURFACES: return stumble.levelIsDue && (closeSurfaces(work, stumble) || writeSurfaces(work, decoder));
     case Stumble::TROPOPAUSES:
     case Stumble::MAXIMUM_WINDS: return stumble.levelIsDue && closeTropopauses(work, stumble);
-    case Stumble::SYSTEM: return completeSystem(work, stumble);
+    case Stumble::SYSTEM: return completeSystem(work, decoder.tail());
     default: return false;
     }
 }
@@ -162,7 +158,8 @@ struct Attempt {
 };
 
 // Groups between section 4 and the first opener, which the decoder passes over. Two of them, the second 8GGgg, have
-// lost their 31313. Others are groups of a level that is out of step: what they say is lost.
+// lost their 31313; so have three of a ship, the third a sea-surface temperature 9snTwTwTw. Others are groups of a
+// level that is out of step: what they say is lost.
 // @return whether the part must be decoded again.
 bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     Work& work = attempt.work;
@@ -172,7 +169,9 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
         holdsLevel = holdsLevel || (work.at(end) != "77999" && work.at(end) != "88999" && work.at(end) != "/////");
         ++end;
     }
-    if (end - tail == 2 && hasForm(work.at(tail + 1), "8????")) {
+    const bool hasSeaTemperature =
+        work.form() == Corvane::WMO_TEMP_SHIP && end - tail == 3 && hasForm(work.at(tail + 2), "9????");
+    if ((end - tail == 2 || hasSeaTemperature) && hasForm(work.at(tail + 1), "8????")) {
         work.note("section-7", "wrote 31313 before " + work.at(tail), tail, 0);
         work.insert(tail, {"31313"});
         return true;

@@ -35,19 +35,18 @@ bool hasShapeOfLevelGroup(std::string_view group) {
 
 void joinPieces(Work& work) {
     for (std::size_t place = 0; place < work.size(); ++place) {
-        if (hasForm(work.at(place), "61616") || hasForm(work.at(place), "62626")) {
-            return;
-        }
         const std::size_t count = countPieces(work, place);
-        if (count == 0) {
-            continue;
+        if (count != 0) {
+            std::string pieces = work.at(place);
+            for (std::size_t i = 1; i < count; ++i) {
+                pieces += ' ' + work.at(place + i);
+            }
+            work.join(place, count);
+            work.note("join", pieces + " read as " + work.at(place), place, 1);
         }
-        std::string pieces = work.at(place);
-        for (std::size_t i = 1; i < count; ++i) {
-            pieces += ' ' + work.at(place + i);
+        if (work.at(place) == "61616" || work.at(place) == "62626") {
+            return;  // words follow
         }
-        work.join(place, count);
-        work.note("join", pieces + " read as " + work.at(place), place, 1);
     }
 }
 
@@ -61,14 +60,14 @@ void mendElevation(Work& work) {
     }
 }
 
-void mendIdOfPartD(Work& work) {
+void mendIdOfPartBOrD(Work& work) {
     const std::size_t place = placeOfDate(work.form());
-    const std::string& date = work.at(place);
-    if (work.letter() == 'D' && (date.size() == 4 || date[4] != '/')) {
+    const std::string date = work.at(place);
+    const bool needsSolidus = date.size() == 4 || (work.letter() == 'D' && date[4] != '/');
+    if (work.isPartBOrD() && needsSolidus) {
         const std::string mended = date.substr(0, 4) + '/';
-        const std::string text = date + " read as " + mended;
         work.replace(place, mended);
-        work.note("id", text, place, 1);
+        work.note("id", date + " read as " + mended, place, 1);
     }
 }
 

@@ -15,7 +15,7 @@ Refusal checkWithoutMends(const Work& work) {
     Work mended = work;
     joinPieces(mended);
     mendElevation(mended);
-    mendIdOfPartD(mended);
+    mendIdOfPartBOrD(mended);
     if (mended.mends.size() > work.mends.size()) {
         const Mend& first = mended.mends[work.mends.size()];
         return work.refuse("A mend is needed: " + first.name + '.', first.groups.first);
@@ -32,7 +32,7 @@ Refusal prepare(Work& work, bool mend) {
     }
     if (mend) {
         mendElevation(work);
-        mendIdOfPartD(work);
+        mendIdOfPartBOrD(work);
     } else if (Refusal refusal = checkWithoutMends(work)) {
         return refusal;
     }

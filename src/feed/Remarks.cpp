@@ -94,7 +94,9 @@ std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
     }
     for (; place < work.size(); ++place) {
         for (const RemarkForm& form : REMARK_FORMS) {
-            if (work.at(place) == form.keyword) {
+            const bool isRemark = work.at(place) == form.keyword &&
+                                  (form.keyword != "WL" || work.at(place + 1) == form.second);  // WL alone is a word
+            if (isRemark) {
                 remarks.push_back(remarkAt(work, place, form));
             }
         }

@@ -81,9 +81,6 @@ Refusal checkSection1(const Work& work) {
     if (!isLongitude(work.at(next + 1))) {
         return work.refuse("The longitude group (QcLoLoLoLo) is incorrectly coded.", next + 1);
     }
-    if (!hasForm(work.at(next + 2), "?????")) {
-        return work.refuse("The Marsden square group (MMMULaULo) is incorrectly coded.", next + 2);
-    }
     const std::string& elevation = work.at(next + 3);
     if (work.form() == Corvane::WMO_TEMP_MOBIL && !hasForm(elevation, "dddd?") && !hasForm(elevation, "////?") &&
         elevation != "///0/") {

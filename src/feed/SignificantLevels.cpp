@@ -103,8 +103,8 @@ bool LevelWalk::isHalf(std::size_t valuePlace) const {
     if (value.empty()) {
         return true;
     }
-    if (value == "21212") {  // the opener of section 6, or +21.2 degrees or 210 degrees before the next level
-        return work.at(valuePlace + 1).compare(0, 2, numberAfter(last)) != 0;
+    if (value == "21212") {  // the opener of section 6, or +21.2 degrees before the next level; no opener is a wind
+        return inSection6 || work.at(valuePlace + 1).compare(0, 2, numberAfter(last)) != 0;
     }
     if (!isOpener(value)) {
         return false;

@@ -39,7 +39,7 @@ Reading::Status statusOf(const Work& work) {
     bool hasWinds = false;
     for (std::size_t i = body; i < work.size(); ++i) {
         const std::string& group = work.at(i);
-        groupsOfFive += group.size() == 5 ? 1 : 0;
+        groupsOfFive += hasForm(group, "?????") ? 1 : 0;
         hasWinds = hasWinds || beginsWithTwo(group, '8') || beginsWithTwo(group, '7');
     }
     int nils = 0;

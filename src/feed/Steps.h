@@ -42,8 +42,8 @@ void joinPieces(Work& work);
 /// `elevation`: a TEMP MOBIL that gives no elevation.
 void mendElevation(Work& work);
 
-/// `id` in part D, whose date group ends in a solidus.
-void mendIdOfPartD(Work& work);
+/// `id` in parts B and D: a date group of four digits, and in part D one that does not end in a solidus.
+void mendIdOfPartBOrD(Work& work);
 
 /// The shape of the groups of sections 2 to 6.
 Refusal checkShapes(const Work& work);

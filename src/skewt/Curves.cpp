@@ -99,7 +99,7 @@ void Picture::heightScale() {
                 continue;
             }
             const double y = map.y(pressure);
-            front.line({frame.right, y}, {frame.right + (even ? 0.5 : 0.3) * font, y});
+            front.segment({frame.right, y}, {frame.right + (even ? 0.5 : 0.3) * font, y});
             any = true;
             if (even) {
                 front.raw("<g stroke=\"none\">");

@@ -88,8 +88,8 @@ Point Geometry::at(double pressure, double temperature) const {
     return {edges.left + (temperature - corner) * scale + (edges.bottom - level), level};
 }
 
-double Geometry::pressure(double level) const {
-    return lower * std::exp((level - edges.bottom) / height);
+double Geometry::pressure(double atY) const {
+    return lower * std::exp((atY - edges.bottom) / height);
 }
 
 double Geometry::temperature(Point point) const {

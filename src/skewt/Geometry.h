@@ -70,7 +70,7 @@ public:
 
     double y(double pressure) const;
     Point at(double pressure, double temperature) const;
-    double pressure(double y) const;
+    double pressure(double atY) const;
     double temperature(Point point) const;
 
 private:

@@ -11,6 +11,20 @@
 
 namespace corvane::skewt {
 
+namespace {
+
+// From one number to another, both included where the steps meet it.
+std::vector<double> steps(double from, double to, double step) {
+    std::vector<double> all;
+    const int count = static_cast<int>(std::floor((to - from) / step + 1e-9));
+    for (int i = 0; i <= count; ++i) {
+        all.push_back(from + i * step);
+    }
+    return all;
+}
+
+}  // namespace
+
 Line Picture::isoline(double fromPressure, double toPressure, const std::function<double(double)>& temperature) const {
     constexpr int STRETCHES = 24;
     Line line;
@@ -33,7 +47,7 @@ void Picture::ground() {
     }
     const double y = map.y(surface);
     background.rectangle({frame.left, y, frame.right, frame.bottom}, attribute("fill", colours.earth));
-    background.line({frame.left, y}, {frame.right, y}, stroke(colours.frame, 2.0 * hair));
+    background.segment({frame.left, y}, {frame.right, y}, stroke(colours.frame, 2.0 * hair));
     labels.keepOff(Line{{frame.left, y}, {frame.right, y}});
 }
 
@@ -57,7 +71,7 @@ void Picture::isobars() {
             continue;
         }
         const double y = map.y(pressure);
-        background.line({frame.left, y}, {frame.right, y});
+        background.segment({frame.left, y}, {frame.right, y});
         front.textWhereFree(picture, {frame.left - 0.4 * font, y + 0.34 * font}, Anchor::END, fixed(pressure, 0), face);
     }
     background.close();
@@ -67,10 +81,7 @@ void Picture::isotherms() {
     const double step = map.range() < 45.0 ? 5.0 : 10.0;
     const double coldest = std::max(-150.0, std::floor(map.temperature({frame.left, frame.top}) / step) * step);
     const double warmest = map.cornerTemperature() + map.range();
-    std::vector<double> all;
-    for (double temperature = coldest; temperature <= warmest; temperature += step) {
-        all.push_back(temperature);
-    }
+    std::vector<double> all = steps(coldest, warmest, step);
     const auto lineOf = [&](double temperature) {
         return Line{map.at(map.bottomPressure(), temperature), map.at(map.topPressure(), temperature)};
     };
@@ -117,12 +128,11 @@ void Picture::dryAdiabats() {
     const double coldest = std::ceil(theta({frame.left, frame.bottom}) / step) * step;
     const double warmest = theta({frame.right, frame.top});
     background.open(attribute("id", "dry-adiabats") + ' ' + stroke(colours.dryAdiabat, 1.2 * hair));
-    double spacing = step;
-    for (double start = coldest; start < warmest; start += spacing) {
-        gridLine(isoline(map.bottomPressure(), map.topPressure(),
-                         [start](double pressure) { return dryAdiabat(start, 1000.0, pressure); }));
-        if (start >= 150.0) {  // in the stratosphere they are close
-            spacing = 5.0 * step;
+    constexpr double CLOSE = 150.0;  // from here up, in the stratosphere, every fifth one is enough
+    for (const double start : steps(coldest, warmest, step)) {
+        if (start <= CLOSE || std::fmod(start, 5.0 * step) == 0.0) {
+            gridLine(isoline(map.bottomPressure(), map.topPressure(),
+                             [start](double pressure) { return dryAdiabat(start, 1000.0, pressure); }));
         }
     }
     background.close();
@@ -135,15 +145,14 @@ void Picture::saturatedAdiabats() {
     const double to = std::max(200.0, map.topPressure());
     background.open(attribute("id", "saturated-adiabats") + ' ' + stroke(colours.saturatedAdiabat, 1.2 * hair) + ' ' +
                     dashes(1.2 * hair, 7.0, 4.0));
-    for (double start = -20.0; start <= 40.0 && from > to; start += step) {
+    for (const double start : from > to ? steps(-20.0, 40.0, step) : std::vector<double>()) {
         double temperature = start;
         double at = 1000.0;
-        Line line = isoline(map.bottomPressure(), to, [&](double pressure) {
+        gridLine(isoline(map.bottomPressure(), to, [&](double pressure) {
             temperature = pseudoadiabat(temperature, at, pressure);
             at = pressure;
             return temperature;
-        });
-        gridLine(line);
+        }));
     }
     background.close();
 }

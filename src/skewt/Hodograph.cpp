@@ -31,10 +31,10 @@ Point between(const End& below, const End& above, double height) {
 std::vector<End> ends(const std::vector<Level>& run, double ground, SkewTOptions::WindUnit unit) {
     std::vector<End> found;
     for (const Level& level : run) {
-        const double speed = inUnit(level.windSpeed, unit);
+        const double length = inUnit(level.windSpeed, unit);
         const End end{
             level.height - ground,
-            {-speed * std::sin(level.windDirection * RADIAN), -speed * std::cos(level.windDirection * RADIAN)}};
+            {-length * std::sin(level.windDirection * RADIAN), -length * std::cos(level.windDirection * RADIAN)}};
         if (std::isnan(end.height) ? level.pressure < TOP_PRESSURE : end.height > DEPTH) {
             if (!found.empty() && found.back().height < DEPTH && end.height > DEPTH) {
                 found.push_back({DEPTH, between(found.back(), end, DEPTH)});
@@ -85,9 +85,12 @@ Hodograph hodograph(const Profile& profile, SkewTOptions::WindUnit unit, Point c
 
     Hodograph drawn;
     drawn.centre = centre;
-    const auto wideEnough =
-        std::find_if(SPEEDS.begin(), SPEEDS.end(), [strongest](double step) { return strongest <= MOST_RINGS * step; });
-    drawn.ringSpeed = wideEnough != SPEEDS.end() ? *wideEnough : SPEEDS.back();
+    for (const double speedOfRing : SPEEDS) {
+        drawn.ringSpeed = speedOfRing;
+        if (strongest <= MOST_RINGS * speedOfRing) {
+            break;
+        }
+    }
     drawn.rings = std::max(2, static_cast<int>(std::ceil(strongest / drawn.ringSpeed)));
     drawn.pixelsPerUnit = radius / (drawn.rings * drawn.ringSpeed);
 

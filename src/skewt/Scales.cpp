@@ -95,7 +95,8 @@ Geometry scales(const Box& frame, const Profile& profile, const SkewTOptions& op
     const double least = std::max(step * 2.0, std::round(usual / step) * step);
     constexpr double MARGIN = 0.025;  // of the range, on either side
     for (const bool withDewpoints : {true, false}) {
-        for (double range = least; range <= 2.0 * least; range += step) {
+        for (int wider = 0; wider * step <= least; ++wider) {
+            const double range = least + wider * step;
             const auto found = span(profile, Geometry(frame, bottom, top, 0.0, range), withDewpoints);
             if (!found) {
                 break;

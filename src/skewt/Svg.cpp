@@ -231,7 +231,7 @@ void Layer::close() {
     out += "</g>\n";
 }
 
-void Layer::line(Point from, Point to, std::string_view attributes) {
+void Layer::segment(Point from, Point to, std::string_view attributes) {
     path({from, to}, attributes);
 }
 

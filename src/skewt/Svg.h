@@ -90,7 +90,7 @@ public:
     void open(std::string_view attributes);
     void close();
 
-    void line(Point from, Point to, std::string_view attributes = {});
+    void segment(Point from, Point to, std::string_view attributes = {});
     void path(const Line& line, std::string_view attributes = {});
     // One path of several lines. Writes nothing when there is none.
     void paths(const std::vector<Line>& lines, std::string_view attributes = {});

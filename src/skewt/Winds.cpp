@@ -57,7 +57,7 @@ void Picture::barbs() {
         }
     }
     front.open(attribute("id", "winds") + ' ' + stroke(colours.text, line) + ' ' + attribute("fill", colours.text));
-    front.line({axis, frame.top}, {axis, frame.bottom}, stroke(colours.isobar, hair));
+    front.segment({axis, frame.top}, {axis, frame.bottom}, stroke(colours.isobar, hair));
     for (const Drawn& drawn : chosen) {
         std::string attributes = attribute("id", "wind-" + std::to_string(drawn.level->index));
         if (drawn.level->doubted) {
@@ -93,14 +93,14 @@ void Picture::winds() {
     for (int ring = 1; ring <= drawn.rings; ++ring) {
         front.circle(centre, radius(ring));
     }
-    front.line({box.left, centre.y}, {box.right, centre.y});
-    front.line({centre.x, box.top}, {centre.x, box.bottom});
+    front.segment({box.left, centre.y}, {box.right, centre.y});
+    front.segment({centre.x, box.top}, {centre.x, box.bottom});
     front.paths(drawn.lines, stroke(colours.hodograph, 2.4 * hair) + " stroke-linejoin=\"round\"");
     const double dot = 0.24 * font;
     front.open(attribute("fill", colours.ground) + ' ' + stroke(colours.hodograph, 1.6 * hair));
-    for (const Hodograph::Mark& mark : drawn.marks) {
-        front.circle(mark.at, dot);
-        labels.keepOff(Box::at(mark.at).grown(dot));
+    for (const Hodograph::Mark& each : drawn.marks) {
+        front.circle(each.at, dot);
+        labels.keepOff(Box::at(each.at).grown(dot));
     }
     front.close();
     front.close();
@@ -116,15 +116,15 @@ void Picture::winds() {
     for (const Line& line : drawn.lines) {
         labels.keepOff(line);
     }
-    for (const Hodograph::Mark& mark : drawn.marks) {
-        const auto named = [&](Clear clear) {
+    for (const Hodograph::Mark& each : drawn.marks) {
+        const auto isPlaced = [&](Clear clear) {
             return std::any_of(BESIDE.begin(), BESIDE.end(), [&](const Point& aside) {
-                return front.textWhereFree(box, {mark.at.x + aside.x * font, mark.at.y + aside.y * font},
-                                           Anchor::MIDDLE, std::to_string(mark.kilometres), kilometres, clear);
+                return front.textWhereFree(box, {each.at.x + aside.x * font, each.at.y + aside.y * font},
+                                           Anchor::MIDDLE, std::to_string(each.kilometres), kilometres, clear);
             });
         };
-        if (!named(Clear::OF_EVERYTHING)) {
-            named(Clear::OF_BOXES);
+        if (!isPlaced(Clear::OF_EVERYTHING)) {
+            isPlaced(Clear::OF_BOXES);
         }
     }
     for (int ring = drawn.rings; ring >= 1; --ring) {

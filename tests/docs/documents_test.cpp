@@ -220,13 +220,33 @@ TEST(Readme, TheReportShownGivesTheTableShown) {
 
 TEST(Readme, TheFirstCommandDecodesTheReportShown) {
     const Document readme = parsed("README.md");
-    ASSERT_GE(readme.blocks.size(), 3U);
-    const std::string& commands = readme.blocks[2].text;
-    const std::vector<std::string> files = captures(commands, R"(scripts/run (\S+)\n)");
+    const std::vector<Block> commands = blocksOf(readme, "sh");
+    ASSERT_FALSE(readme.blocks.empty());
+    ASSERT_FALSE(commands.empty());
+    const std::vector<std::string> files = captures(commands[0].text, R"(scripts/run (\S+)\n)");
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(document(files.front()), readme.blocks[0].text);
-    EXPECT_TRUE(contains(commands, "scripts/test\n"));
+    EXPECT_TRUE(contains(commands[0].text, "scripts/test\n"));
 }
+
+#if defined(CORVANE_FEED_PATH)
+TEST(Readme, TheBulletinShownGivesTheRowsAndTheLinesShown) {
+    const Document readme = parsed("README.md");
+    const std::vector<Block> bulletins = blocksOf(readme, "bulletin");
+    const std::vector<Block> rows = blocksOf(readme, "rows");
+    const std::vector<Block> said = blocksOf(readme, "said");
+    ASSERT_EQ(bulletins.size(), 1U);
+    ASSERT_EQ(rows.size(), 1U);
+    ASSERT_EQ(said.size(), 1U);
+    Streams streams;
+    streams.program = CORVANE_FEED_PATH;
+    streams.input = bulletins[0].text;
+    const ProgramRun run = runProgram({}, streams);
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_EQ(run.output, rows[0].text);
+    EXPECT_EQ(run.errors, said[0].text);
+}
+#endif
 
 TEST(Readme, TheCodeShownIsCompiledHere) {
     const std::vector<Block> code = blocksOf(parsed("README.md"), "cpp");

@@ -21,15 +21,14 @@ void walkTheLevels(const std::string& text) {
         const Corvane report(text);
         for (const Corvane::Level& level : report.allLevels()) {
             std::cout << level.name();
-            const auto height = level.fields.find(Corvane::LF_HEIGHT);
-            if (height != level.fields.end()) {        // a quantity that the report does not give is not in the map
-                std::cout << " at " << height->second << " m";
+            if (level.has(Corvane::LF_HEIGHT)) {        // the report may not give it
+                std::cout << " at " << level.value(Corvane::LF_HEIGHT) << " m";
             }
             std::cout << '\n';
         }
-    } catch (const std::string& fault) {                // a coding fault: what is wrong, and the groups where
+    } catch (const std::string& fault) {                // a coding fault: what is wrong, and the groups there
         std::cerr << fault << '\n';
-    } catch (const std::out_of_range& fault) {          // a group too short for what stands in it
+    } catch (const std::out_of_range& fault) {          // a group is shorter than what is read from it
         std::cerr << fault.what() << '\n';
     }
     // clang-format on

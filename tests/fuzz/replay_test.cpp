@@ -18,6 +18,7 @@
 // The entry points of the targets, each by the name that the build gives it here.
 extern "C" {
 int fuzzAnyBytes(const std::uint8_t* data, std::size_t size);
+int fuzzBulletins(const std::uint8_t* data, std::size_t size);
 int fuzzProgram(const std::uint8_t* data, std::size_t size);
 }
 
@@ -30,7 +31,7 @@ struct Target {
     int (*run)(const std::uint8_t*, std::size_t);
 };
 
-const std::vector<Target> TARGETS{{"any_bytes", fuzzAnyBytes}, {"program", fuzzProgram}};
+const std::vector<Target> TARGETS{{"any_bytes", fuzzAnyBytes}, {"bulletins", fuzzBulletins}, {"program", fuzzProgram}};
 
 std::vector<fs::path> seedsOf(const std::string& target) {
     return filesIn("fuzz/seeds/" + target);

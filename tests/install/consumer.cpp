@@ -1,7 +1,7 @@
-// A program of somebody else: decodes the dropsonde report examples/reports/drop-maria-2017.txt with the library it was
-// built against and compares what it gets with what the groups of the report say. The expected numbers are read off the
-// report by hand; each row names its groups.
-// Call: consumer REPORT VERSION
+// A program of another project: decodes the dropsonde report examples/reports/drop-maria-2017.txt with the library it
+// was built with and compares what it gets with what the groups of the report say. The expected numbers are read from
+// the report by hand; each row names its groups.
+// Usage: consumer REPORT VERSION
 #include <corvane/Corvane.h>
 
 #include <cmath>
@@ -108,7 +108,7 @@ void checkLevels(const Corvane& report) {
     }
 }
 
-// Both kinds of fault have to pass from the library to its caller.
+// Exceptions of both types must pass from the library to its caller.
 void checkFaults() {
     std::string caught = "nothing";
     try {
@@ -129,7 +129,7 @@ void checkFaults() {
     expectEqual("group too short", tooShort, true);
 }
 
-// The decoders are open to a subclass, across the border of a shared library too.
+// A subclass can call the decoders, also those in a shared library.
 class OneGroup : public Corvane {
 public:
     explicit OneGroup(const std::string& group) { tokenQueue.push_back(group); }
@@ -149,7 +149,7 @@ void checkSubclass() {
 
 int main(int argc, char* argv[]) {
     if (argc != 3) {
-        std::cerr << "call: consumer REPORT VERSION\n";
+        std::cerr << "usage: consumer REPORT VERSION\n";
         return 2;
     }
     std::ifstream file(argv[1]);

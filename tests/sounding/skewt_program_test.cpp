@@ -26,7 +26,7 @@ const std::string BULLETINS = "USUS50 KWBC 130000\n"
                               "TTAA 72576 NIL=\n"
                               "XXAA 63188 99153 70659 04355 99007 29456 28521 00067 28856 28523 88999 77999=\n";
 
-struct Run {
+struct Finished {
     int status = -1;
     std::string output;
     std::string errors;
@@ -46,7 +46,7 @@ protected:
     }
 
     // Runs the program in the folder; the arguments are words of a shell.
-    Run run(const std::string& arguments) const {
+    Finished run(const std::string& arguments) const {
         const std::string command =
             "cd '" + folder.string() + "' && '" + CORVANE_SKEWT_PATH + "' " + arguments + " >.out 2>.err </dev/null";
         const int status = std::system(command.c_str());
@@ -72,14 +72,14 @@ std::string titleOf(const std::string& svg) {
 const std::string NAME = "Skew-T log-p diagram of ";
 
 TEST_F(SkewTProgram, DrawsASingleSoundingWithoutBeingAsked) {
-    const Run drawn = run("'" + sourceFile("tests/reports/temp-bet-dagan-2026.txt").string() + "'");
+    const Finished drawn = run("'" + sourceFile("tests/reports/temp-bet-dagan-2026.txt").string() + "'");
     EXPECT_EQ(drawn.status, 0);
     EXPECT_EQ(drawn.errors, "");
     EXPECT_EQ(titleOf(drawn.output), NAME + "TEMP 40179, day 5, 23 UTC");
 }
 
 TEST_F(SkewTProgram, ListsSoundingsWhenNoneIsChosen) {
-    const Run listed = run("bulletins.txt");
+    const Finished listed = run("bulletins.txt");
     EXPECT_EQ(listed.status, 2);
     EXPECT_EQ(listed.output, "");
     EXPECT_EQ(listed.errors, "corvane-skewt: 4 soundings: choose one with --station, or draw all of them with --all\n"
@@ -94,20 +94,20 @@ TEST_F(SkewTProgram, ChoosesByStationOrName) {
     EXPECT_EQ(titleOf(run("bulletins.txt --station 72403-1312").output), NAME + "TEMP 72403, day 13, 12 UTC");
     EXPECT_EQ(titleOf(run("--station=15.3N65.9W-1318 bulletins.txt").output),
               NAME + "TEMP DROP 15.3\xC2\xB0N 65.9\xC2\xB0W, day 13, 18 UTC");
-    const Run two = run("bulletins.txt --station 72403");
+    const Finished two = run("bulletins.txt --station 72403");
     EXPECT_EQ(two.status, 2);
     EXPECT_NE(two.errors.find("corvane-skewt: 2 soundings"), std::string::npos);
 }
 
 TEST_F(SkewTProgram, NoSoundingIsStatusOneWithWhatWasRefused) {
-    const Run none = run("bulletins.txt --station 99999");
+    const Finished none = run("bulletins.txt --station 99999");
     EXPECT_EQ(none.status, 1);
     EXPECT_EQ(none.output, "");
     EXPECT_NE(none.errors.find("corvane-skewt: 5 parts: 4 decoded"), std::string::npos) << none.errors;
     EXPECT_NE(none.errors.find("corvane-skewt: no sounding of 99999\n"), std::string::npos);
 
     write("bad.txt", "TTAA 63001 72403 99014 32259 1150 00140=\n");
-    const Run refused = run("bad.txt");
+    const Finished refused = run("bad.txt");
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.output, "");
     EXPECT_NE(refused.errors.find("bad.txt:1: TTAA 72403: refused: "), std::string::npos) << refused.errors;
@@ -119,7 +119,7 @@ TEST_F(SkewTProgram, NoSoundingIsStatusOneWithWhatWasRefused) {
 }
 
 TEST_F(SkewTProgram, TroubleIsStatusTwo) {
-    const Run missing = run("missing.txt");
+    const Finished missing = run("missing.txt");
     EXPECT_EQ(missing.status, 2);
     EXPECT_EQ(missing.output, "");
     EXPECT_NE(missing.errors.find("corvane-skewt: missing.txt: No such file or directory\n"), std::string::npos);
@@ -127,19 +127,19 @@ TEST_F(SkewTProgram, TroubleIsStatusTwo) {
          {"--size 100x100 bulletins.txt", "--size 1000 bulletins.txt", "--size 1000x1100x bulletins.txt",
           "--size x bulletins.txt", "--units mph bulletins.txt", "--top 0 bulletins.txt", "--top high bulletins.txt",
           "--all x --indices bulletins.txt", "--nonsense", "--all"}) {
-        const Run run_ = run(wrong);
-        EXPECT_EQ(run_.status, 2) << wrong;
-        EXPECT_EQ(run_.output, "") << wrong;
-        EXPECT_EQ(run_.errors.compare(0, 15, "corvane-skewt: "), 0) << run_.errors;
+        const Finished failed = run(wrong);
+        EXPECT_EQ(failed.status, 2) << wrong;
+        EXPECT_EQ(failed.output, "") << wrong;
+        EXPECT_EQ(failed.errors.compare(0, 15, "corvane-skewt: "), 0) << failed.errors;
     }
-    const Run full = run("bulletins.txt --station 72572 >/dev/full; test $? -eq 2 && echo two");
+    const Finished full = run("bulletins.txt --station 72572 >/dev/full 2>/dev/null; test $? -eq 2 && echo two");
     EXPECT_EQ(full.output, "two\n");
     write("file", "");
     EXPECT_EQ(run("bulletins.txt --all file").status, 2);
 }
 
 TEST_F(SkewTProgram, WritesAFileForEachSounding) {
-    const Run all = run("--all pictures bulletins.txt");
+    const Finished all = run("--all pictures bulletins.txt");
     EXPECT_EQ(all.status, 0) << all.errors;
     EXPECT_EQ(all.output, "");
     EXPECT_EQ(files("pictures"),
@@ -151,7 +151,7 @@ TEST_F(SkewTProgram, WritesAFileForEachSounding) {
 TEST_F(SkewTProgram, NamesOfFilesHoldNothingButSafeCharacters) {
     write("ships.txt", "UUAA ../X 13001 99602 70467 22106 99997 04060 07010 88999 77999=\n"
                        "UUAA .<A> 13001 99602 70467 22106 99997 04060 07010 88999 77999=\n");
-    const Run all = run("--all pictures ships.txt");
+    const Finished all = run("--all pictures ships.txt");
     EXPECT_EQ(all.status, 0) << all.errors;
     for (const std::string& name : files("pictures")) {
         EXPECT_EQ(name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-"),
@@ -180,7 +180,7 @@ TEST_F(SkewTProgram, OptionsReachThePicture) {
 }
 
 TEST_F(SkewTProgram, TableOfIndicesHasARowForEachSounding) {
-    const Run table = run("--indices bulletins.txt");
+    const Finished table = run("--indices bulletins.txt");
     EXPECT_EQ(table.status, 0);
     std::istringstream lines(table.output);
     std::string header;
@@ -199,7 +199,7 @@ TEST_F(SkewTProgram, TableOfIndicesHasARowForEachSounding) {
     EXPECT_EQ(rows[3].compare(0, 22, "TEMP DROP,,13,18,2,100"), 0) << rows[3];
     EXPECT_EQ(run("--indices bulletins.txt --station 72572").output.substr(header.size() + 1, 18),
               "TEMP,72572,13,0,1,");
-    const Run none = run("--indices bulletins.txt --station 99999");
+    const Finished none = run("--indices bulletins.txt --station 99999");
     EXPECT_EQ(none.status, 1);
     EXPECT_EQ(none.output, header + "\n");
 }
@@ -207,10 +207,10 @@ TEST_F(SkewTProgram, TableOfIndicesHasARowForEachSounding) {
 TEST_F(SkewTProgram, SaysWhatWasDoneToThePartsOfTheStation) {
     write("mended.txt", "TTAA 63001 72403 99014 32259 11514 001 40 30057 11500 92822 25656 11510 88999 77999=\n"
                         "TTAA 63001 72572 99870 366 83 08505 88999 77999=\n");
-    const Run all = run("--indices mended.txt");
+    const Finished all = run("--indices mended.txt");
     EXPECT_NE(all.errors.find("TTAA 72403: mended: join: "), std::string::npos) << all.errors;
     EXPECT_NE(all.errors.find("TTAA 72572: mended: join: "), std::string::npos);
-    const Run one = run("mended.txt --station 72572");
+    const Finished one = run("mended.txt --station 72572");
     EXPECT_EQ(one.status, 0);
     EXPECT_EQ(one.errors.find("72403"), std::string::npos) << one.errors;
     EXPECT_NE(one.errors.find("TTAA 72572: mended: join: "), std::string::npos);
@@ -218,13 +218,13 @@ TEST_F(SkewTProgram, SaysWhatWasDoneToThePartsOfTheStation) {
 }
 
 TEST_F(SkewTProgram, HelpAndVersion) {
-    const Run help = run("--help");
+    const Finished help = run("--help");
     EXPECT_EQ(help.status, 0);
     for (const char* option : {"--station", "--all", "--units", "--top", "--size", "--dark", "--indices", "--quiet",
                                "--help", "--version"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
-    const Run version = run("--version");
+    const Finished version = run("--version");
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.output.compare(0, 14, "corvane-skewt "), 0);
     EXPECT_EQ(version.errors, "");

@@ -8,6 +8,7 @@
 #include "skewt/Profile.h"
 #include "skewt/Scales.h"
 #include "skewt/Svg.h"
+#include "sounding/RealSoundings.h"
 #include "support/Samples.h"
 #include "support/SvgReader.h"
 
@@ -31,6 +32,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -850,6 +852,16 @@ TEST(SkewTPicture, NothingOverlapsOrLeavesItsFrame) {
     }
 }
 
+TEST(SkewTPicture, NothingOverlapsInRealSoundings) {
+    const std::vector<Sounding>& all = realSoundings();
+    ASSERT_GE(all.size(), 100U);
+    const std::vector<SkewTOptions> options = manyOptions();
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        expectSound(all[i], {});
+        expectSound(all[i], options[i % options.size()]);
+    }
+}
+
 TEST(SkewTPicture, IsSoundWhateverTheSoundingHolds) {
     const double infinity = std::numeric_limits<double>::infinity();
     std::vector<Sounding> all{
@@ -991,7 +1003,8 @@ TEST(SkewTPicture, DarkPictureHasADarkGround) {
 // The definition of SVG 1.1 itself. Debian: w3c-sgml-lib has it, libxml2-utils the program.
 TEST(SkewTPicture, IsValidSvg11) {
 #if defined(CORVANE_SVG_DTD) && defined(CORVANE_XMLLINT)
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "corvane_skewt_test";
+    const std::filesystem::path folder =
+        std::filesystem::path(testing::TempDir()) / ("corvane-svg-" + std::to_string(getpid()));
     std::filesystem::create_directories(folder);
     std::string command = std::string(CORVANE_XMLLINT) + " --nonet --noout --dtdvalid " + CORVANE_SVG_DTD;
     std::vector<Sounding> all = samples();

@@ -1,5 +1,6 @@
 // The examples of doc/soundings.md give the rows that stand there.
 #include "SoundingTable.h"
+#include "support/FencedBlocks.h"
 #include "support/Samples.h"
 
 #include <corvane/Feed.h>
@@ -11,17 +12,6 @@
 #include <vector>
 
 namespace {
-
-// The fenced blocks of a document of one kind.
-std::vector<std::string> blocksOf(const std::string& document, const std::string& kind) {
-    std::vector<std::string> blocks;
-    const std::string opening = "\n```" + kind + "\n";
-    for (std::size_t at = document.find(opening); at != std::string::npos; at = document.find(opening, at)) {
-        at += opening.size();
-        blocks.push_back(document.substr(at, document.find("```", at) - at));
-    }
-    return blocks;
-}
 
 std::string tableOf(const std::string& bulletins) {
     std::istringstream input(bulletins);
@@ -40,8 +30,8 @@ std::string tableOf(const std::string& bulletins) {
 
 TEST(SoundingDocuments, ExamplesGiveTheRowsThatAreShown) {
     const std::string document = contentOf(sourceFile("doc/soundings.md"));
-    const std::vector<std::string> bulletins = blocksOf(document, "feed");
-    const std::vector<std::string> tables = blocksOf(document, "rows");
+    const std::vector<std::string> bulletins = fencedBlocks(document, "feed");
+    const std::vector<std::string> tables = fencedBlocks(document, "rows");
     ASSERT_EQ(bulletins.size(), 3U);
     ASSERT_EQ(tables.size(), bulletins.size());
     for (std::size_t index = 0; index < bulletins.size(); ++index) {

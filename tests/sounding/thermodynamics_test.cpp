@@ -216,6 +216,11 @@ TEST(Thermodynamics, NothingEndlessAndNothingInfiniteComesFromAnyNumber) {
     EXPECT_GT(results, 1000);
 }
 
+TEST(Thermodynamics, PressuresWithAnInfiniteQuotientAreAPathOfManySteps) {
+    EXPECT_NEAR(pseudoadiabat(-200.0, 1e300, 1e-300), -273.15, 0.01);
+    EXPECT_TRUE(std::isnan(pseudoadiabat(20.0, 1e-300, 1e300)));
+}
+
 TEST(Thermodynamics, WhatTheFormulasCannotTakeGivesNaN) {
     EXPECT_TRUE(std::isnan(mixingRatio(100.0, 500.0)));
     EXPECT_TRUE(std::isnan(mixingRatio(10.0, 0.0)));

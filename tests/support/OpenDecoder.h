@@ -63,13 +63,10 @@ public:
     using Corvane::decodeTTTDDandDDFFF;
     using Corvane::decodeWL150;
     using Corvane::decodeYYGGId_YYGGa4;
-    using Corvane::streamDouble;
-    using Corvane::streamInt;
     using Corvane::fractionalDegrees;
     using Corvane::init;
     using Corvane::lastWindPresA;
     using Corvane::lastWindPresC;
-    using Corvane::strtodDouble;
     using Corvane::LevelComparatorByType;
     using Corvane::levelStore;
     using Corvane::mandatoryA;
@@ -86,6 +83,9 @@ public:
     using Corvane::sasa;
     using Corvane::SKIP_TOKENS;
     using Corvane::sr;
+    using Corvane::streamDouble;
+    using Corvane::streamInt;
+    using Corvane::strtodDouble;
     using Corvane::takeTemperature;
     using Corvane::takeWind;
     using Corvane::throwErrorMsg;

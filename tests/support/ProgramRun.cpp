@@ -47,6 +47,9 @@ void closeEnd(int& end) {
     if (streams.closeOutput) {
         close(STDOUT_FILENO);
     }
+    if (streams.closeErrors) {
+        close(STDERR_FILENO);
+    }
     execv(argv[0], argv.data());
     _exit(127);
 }
@@ -54,7 +57,8 @@ void closeEnd(int& end) {
 }  // namespace
 
 ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& streams) {
-    std::vector<std::string> words{programPath()};
+    const std::string program = streams.program.empty() ? programPath() : streams.program;
+    std::vector<std::string> words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
     for (std::string& word : words) {
@@ -120,7 +124,7 @@ ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& 
         run.signal = WTERMSIG(status);
     }
     if (run.exitStatus == 127) {
-        throw std::runtime_error("cannot run " + programPath());
+        throw std::runtime_error("cannot run " + program);
     }
     return run;
 }

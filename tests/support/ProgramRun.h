@@ -12,14 +12,16 @@ struct ProgramRun {
     std::string errors;
 };
 
-// What the standard streams of a run are connected to. Without a file name it is a pipe: its content is `input`, or is
-// kept in the result.
+// The program, and what its standard streams are connected to. Without a file name it is a pipe: its content is
+// `input`, or is kept in the result.
 struct Streams {
+    std::string program;  // another program than corvane
     std::string input;
     std::string inputFile;
     std::string outputFile;
     bool closeInput = false;
     bool closeOutput = false;
+    bool closeErrors = false;
 };
 
 // Runs the program with these arguments. Throws std::runtime_error when it cannot be started.
