@@ -80,6 +80,9 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${corvane_docdir}
 
 # ---- packages ----------------------------------------------------------------------------------------------------
 
+if(CORVANE_PYTHON)
+    include(${CMAKE_CURRENT_LIST_DIR}/Python.cmake)
+endif()
 if(CORVANE_TOP_LEVEL)
     include(${CMAKE_CURRENT_LIST_DIR}/Packaging.cmake)
 endif()

@@ -67,6 +67,22 @@ ${corvane_debian_about}
 This package holds the shared library.")
 endif()
 
+if(CORVANE_PYTHON)
+    list(APPEND CPACK_COMPONENTS_ALL python)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-corvane)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+        "python3 (>= ${corvane_python_version}), python3 (<< ${corvane_python_next})")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pandas")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-xarray, python3-dask")
+    set(CPACK_DEBIAN_PYTHON_DESCRIPTION "decoder for upper-air sounding reports (Python)
+${corvane_debian_about}
+
+This package holds the Python package corvane: bulletins as tables for pandas,
+data sets for xarray, indices and skew-T diagrams.")
+endif()
+
 # Has an effect from CMake 3.31 on.
 if(CMAKE_LIBRARY_ARCHITECTURE AND CMAKE_INSTALL_LIBDIR MATCHES "${CMAKE_LIBRARY_ARCHITECTURE}")
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)

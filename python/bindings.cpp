@@ -1,0 +1,679 @@
+// The extension module corvane._corvane: reports, tables and soundings as plain Python objects and arrays. The package
+// around it gives them their public classes and shapes them for pandas and xarray.
+#include "FeedTable.h"
+#include "IndicesTable.h"
+#include "Table.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <corvane/Corvane.h>
+#include <corvane/Feed.h>
+#include <corvane/Indices.h>
+#include <corvane/SkewT.h>
+#include <corvane/Sounding.h>
+#include <cstdint>
+#include <exception>
+#include <istream>
+#include <locale>
+#include <map>
+#include <optional>
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace py = pybind11;
+using corvane::Part;
+using corvane::Reading;
+using corvane::Sounding;
+using corvane::SoundingLevel;
+
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Values
+// ---------------------------------------------------------------------------------------------------------------------
+
+// Reports and file names may hold any bytes. Those that are no UTF-8 become lone surrogates, as in Python's file names.
+py::str textOf(const std::string& bytes) {
+    return py::reinterpret_steal<py::str>(
+        PyUnicode_DecodeUTF8(bytes.data(), static_cast<Py_ssize_t>(bytes.size()), "surrogateescape"));
+}
+
+std::string bytesOf(const py::str& text) {
+    const auto bytes =
+        py::reinterpret_steal<py::bytes>(PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogateescape"));
+    if (!bytes) {
+        throw py::error_already_set();
+    }
+    return bytes;
+}
+
+// The number that a reader of the programs' tables gets: six significant digits, never -0. So 7.699999999999999, which
+// is 10.4 - 2.7, is 7.7 here as there.
+double asWritten(double number) {
+    if (!std::isfinite(number)) {
+        return number;
+    }
+    std::string digits;
+    corvane::table::appendNumber(digits, number);
+    double written = 0.0;
+#if defined(__cpp_lib_to_chars)
+    std::from_chars(digits.data(), digits.data() + digits.size(), written);
+#else
+    std::istringstream stream(digits);
+    stream.imbue(std::locale::classic());
+    stream >> written;
+#endif
+    return written + 0.0;  // -0 + 0 is 0
+}
+
+// None for a quantity that is not given.
+py::object givenOrNone(double quantity) {
+    return std::isnan(quantity) ? py::object(py::none()) : py::object(py::float_(asWritten(quantity)));
+}
+
+py::object givenOrNone(const std::optional<double>& quantity) {
+    return quantity ? py::object(py::float_(asWritten(*quantity))) : py::object(py::none());
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// One report
+// ---------------------------------------------------------------------------------------------------------------------
+
+// The quantities of a level in the order of the table, then the two that have no column.
+py::tuple levelOf(const Corvane::Level& level) {
+    std::vector<py::object> values{textOf(level.name())};
+    const auto append = [&](Corvane::LEVEL_FIELD field) {
+        values.push_back(level.has(field) ? py::object(py::float_(asWritten(level.value(field))))
+                                          : py::object(py::none()));
+    };
+    for (const corvane::table::Column& column : corvane::table::COLUMNS) {
+        append(column.field);
+    }
+    append(Corvane::LF_VA);
+    append(Corvane::LF_VB);
+    return py::tuple(py::cast(values));
+}
+
+[[noreturn]] void throwFault(const py::object& message) {
+    const py::object type = py::module_::import("corvane._faults").attr("CodingFault");
+    PyErr_SetObject(type.ptr(), type(message).ptr());
+    throw py::error_already_set();
+}
+
+// (form, heading, station, day, hour, launch, latitude, longitude, winds in knots, groups, levels)
+py::tuple decode(const py::bytes& text) {
+    std::string report = text;
+    std::string fault;
+    std::optional<Corvane> decoded;
+    {
+        const py::gil_scoped_release release;
+        try {
+            decoded.emplace(std::move(report));
+        } catch (const std::string& message) {
+            fault = message;
+        } catch (const std::out_of_range&) {
+            fault = "A group is too short to be read.";
+        }
+    }
+    if (!decoded) {
+        throwFault(textOf(fault));
+    }
+
+    const bool hasPart = decoded->obsHour() >= 0;
+    const bool hasPosition = hasPart && decoded->wmoType() != "TEMP";
+    py::object launch = py::none();
+    if (decoded->obsTime() >= 0) {
+        const std::string digits = std::to_string(decoded->obsTime());
+        launch = textOf(std::string(4 - std::min<std::size_t>(4, digits.size()), '0') + digits);
+    }
+    py::list groups;
+    for (const std::string& group : decoded->tokens()) {
+        groups.append(textOf(group));
+    }
+    py::list levels;
+    decoded->forEachLevel([&](const Corvane::Level& level) { levels.append(levelOf(level)); });
+    const auto ifTrue = [](bool condition, auto value) {
+        return condition ? py::object(py::cast(value)) : py::object(py::none());
+    };
+    return py::make_tuple(textOf(decoded->wmoType()), textOf(decoded->abrHeader()),
+                          textOf(decoded->bsn().empty() ? decoded->callSign() : decoded->bsn()),
+                          ifTrue(hasPart, decoded->dayOfMonth()), ifTrue(hasPart, decoded->obsHour()), launch,
+                          ifTrue(hasPosition, decoded->latitude()), ifTrue(hasPosition, decoded->longitude()),
+                          decoded->windsInKnots(), py::tuple(groups), levels);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Columns
+// ---------------------------------------------------------------------------------------------------------------------
+
+template <typename Number>
+py::array_t<Number> arrayOf(const std::vector<Number>& column) {
+    return py::array_t<Number>(static_cast<py::ssize_t>(column.size()), column.data());
+}
+
+// A column of texts: each text once, and a number for each row.
+class TextColumn {
+public:
+    void add(const std::string& text, std::size_t rows = 1) {
+        if (rows == 0) {
+            return;
+        }
+        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
+        if (isNew) {
+            texts.push_back(text);
+        }
+        codes.insert(codes.end(), rows, entry->second);
+    }
+
+    // (codes, texts)
+    py::tuple take() const {
+        py::list list;
+        for (const std::string& text : texts) {
+            list.append(textOf(text));
+        }
+        return py::make_tuple(arrayOf(codes), list);
+    }
+
+private:
+    std::map<std::string, std::int32_t> known;
+    std::vector<std::string> texts;
+    std::vector<std::int32_t> codes;
+};
+
+using NumberColumn = std::vector<double>;
+using IntegerColumn = std::vector<std::int64_t>;
+
+void addRows(NumberColumn& column, const std::optional<double>& value, std::size_t rows) {
+    column.insert(column.end(), rows, value ? asWritten(*value) : SoundingLevel::NOT_GIVEN);
+}
+
+void addRows(IntegerColumn& column, const std::optional<int>& value, std::size_t rows) {
+    column.insert(column.end(), rows, value.value_or(0));
+}
+
+// The table of corvane-feed.
+class LevelTable {
+public:
+    void add(const Part& part, const Reading& reading) {
+        const std::size_t rows = reading.levels.size();
+        source.add(corvane::table::sourceOf(part), rows);
+        heading.add(part.heading, rows);
+        form.add(corvane::formName(reading.form), rows);
+        letter.add(std::string(1, reading.letter), rows);
+        station.add(reading.station, rows);
+        addRows(day, reading.day, rows);
+        addRows(hour, reading.hour, rows);
+        addRows(latitude, reading.latitude, rows);
+        addRows(longitude, reading.longitude, rows);
+        addRows(elevation, reading.elevation, rows);
+        launch.add(reading.launch, rows);
+        mends.add(corvane::table::mendNames(reading), rows);
+        for (const corvane::ReadLevel& level : reading.levels) {
+            doubt.add(corvane::table::joinNames(level.doubts));
+            type.add(level.values.name());
+            for (std::size_t i = 0; i < quantities.size(); ++i) {
+                quantities[i].push_back(asWritten(level.values.value(corvane::table::COLUMNS[i].field)));
+            }
+        }
+    }
+
+    std::size_t rows() const { return day.size(); }
+
+    py::dict take() const {
+        using namespace py::literals;
+        py::dict columns("source"_a = source.take(), "heading"_a = heading.take(), "form"_a = form.take(),
+                         "part"_a = letter.take(), "station"_a = station.take(), "day"_a = arrayOf(day),
+                         "hour"_a = arrayOf(hour), "slat"_a = arrayOf(latitude), "slon"_a = arrayOf(longitude),
+                         "selev"_a = arrayOf(elevation), "launch"_a = launch.take(), "mends"_a = mends.take(),
+                         "doubt"_a = doubt.take(), "type"_a = type.take());
+        for (std::size_t i = 0; i < quantities.size(); ++i) {
+            columns[textOf(std::string(corvane::table::COLUMNS[i].name))] = arrayOf(quantities[i]);
+        }
+        return columns;
+    }
+
+private:
+    TextColumn source, heading, form, letter, station, launch, mends, doubt, type;
+    IntegerColumn day, hour;
+    NumberColumn latitude, longitude, elevation;
+    std::array<NumberColumn, corvane::table::COLUMNS.size()> quantities;
+};
+
+// The table of parts that corvane-feed --parts writes.
+class PartTable {
+public:
+    void add(const Part& part, const Reading& reading) {
+        source.add(corvane::table::sourceOf(part));
+        heading.add(part.heading);
+        form.add(corvane::formName(reading.form));
+        letter.add(std::string(1, reading.letter));
+        station.add(reading.station);
+        addRows(day, reading.day, 1);
+        addRows(hour, reading.hour, 1);
+        status.add(corvane::statusName(reading.status));
+        levels.push_back(static_cast<std::int64_t>(reading.levels.size()));
+        mends.add(corvane::table::mendNames(reading));
+        message.add(reading.reason);
+    }
+
+    py::dict take() const {
+        using namespace py::literals;
+        return py::dict("source"_a = source.take(), "heading"_a = heading.take(), "form"_a = form.take(),
+                        "part"_a = letter.take(), "station"_a = station.take(), "day"_a = arrayOf(day),
+                        "hour"_a = arrayOf(hour), "status"_a = status.take(), "levels"_a = arrayOf(levels),
+                        "mends"_a = mends.take(), "message"_a = message.take());
+    }
+
+private:
+    TextColumn source, heading, form, letter, station, status, mends, message;
+    NumberColumn day, hour;  // NaN where the part does not give them
+    IntegerColumn levels;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Bulletins
+// ---------------------------------------------------------------------------------------------------------------------
+
+// The bytes that a function read(size) of Python gives until it gives none. It runs with the lock of the interpreter,
+// whatever its reader does without.
+class PythonInput : public std::streambuf {
+public:
+    explicit PythonInput(py::object readFunction) : read(std::move(readFunction)) {}
+
+    // Throws what the function threw; a stream keeps that to itself.
+    void rethrow() const {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+
+protected:
+    int_type underflow() override {
+        static constexpr int CHUNK = 1 << 20;
+        if (failure) {
+            return traits_type::eof();
+        }
+        const py::gil_scoped_acquire acquire;
+        try {
+            const py::object result = read(CHUNK);
+            if (!PyBytes_Check(result.ptr())) {
+                throw py::type_error("read() must return bytes, not " + std::string(Py_TYPE(result.ptr())->tp_name));
+            }
+            chunk = result;
+        } catch (...) {
+            failure = std::current_exception();
+            return traits_type::eof();
+        }
+        char* const begin = PyBytes_AS_STRING(chunk.ptr());
+        setg(begin, begin, begin + PyBytes_GET_SIZE(chunk.ptr()));
+        return gptr() == egptr() ? traits_type::eof() : traits_type::to_int_type(*gptr());
+    }
+
+private:
+    py::object read;
+    py::object chunk;
+    std::exception_ptr failure;
+};
+
+using Counts = std::map<std::string, std::size_t>;
+
+// What the readers of bulletins share: reading, and counting what was read as corvane-feed does.
+class Reader {
+public:
+    explicit Reader(bool mend) { options.mend = mend; }
+
+    Counts counts() const { return counted; }
+
+protected:
+    ~Reader() = default;
+
+    template <typename Handle>
+    void readBulletins(const py::str& source, const py::object& read, Handle handle) {
+        const std::string name = bytesOf(source);
+        PythonInput bytes(read);
+        {
+            const py::gil_scoped_release release;
+            std::istream input(&bytes);
+            corvane::BulletinReader bulletins(input, name);
+            Part part;
+            while (bulletins.next(part)) {
+                const Reading reading = corvane::read(part, options);
+                count(reading);
+                handle(part, reading);
+            }
+        }
+        bytes.rethrow();
+    }
+
+private:
+    void count(const Reading& reading) {
+        ++counted["parts"];
+        ++counted[corvane::statusName(reading.status)];
+        if (reading.status == Reading::DECODED) {
+            counted["mended"] += reading.mended() && !reading.lost() ? 1 : 0;
+            counted["with losses"] += reading.lost() ? 1 : 0;
+            counted["doubtful"] += reading.doubtful() ? 1 : 0;
+        }
+    }
+
+    corvane::ReadOptions options;
+    Counts counted{{"parts", 0},    {"decoded", 0}, {"mended", 0}, {"with losses", 0},
+                   {"doubtful", 0}, {"NIL", 0},     {"empty", 0},  {"refused", 0}};
+};
+
+class TableReader : public Reader {
+public:
+    using Reader::Reader;
+
+    void add(const py::str& source, const py::object& read) {
+        readBulletins(source, read, [this](const Part& part, const Reading& reading) {
+            levels.add(part, reading);
+            parts.add(part, reading);
+        });
+    }
+
+    std::size_t rows() const { return levels.rows(); }
+    py::dict takeLevels() const { return levels.take(); }
+    py::dict takeParts() const { return parts.take(); }
+
+private:
+    LevelTable levels;
+    PartTable parts;
+};
+
+class SoundingReader : public Reader {
+public:
+    using Reader::Reader;
+
+    void add(const py::str& source, const py::object& read) {
+        readBulletins(source, read, [this](const Part& part, const Reading& reading) { collected.add(part, reading); });
+    }
+
+    std::vector<Sounding> soundings() const {
+        const py::gil_scoped_release release;
+        return collected.soundings();
+    }
+
+private:
+    corvane::Soundings collected;
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Soundings
+// ---------------------------------------------------------------------------------------------------------------------
+
+// The code form gives heights in whole metres at best.
+double heightOf(const SoundingLevel& level) {
+    return level.heightComputed ? std::round(level.height) : level.height;
+}
+
+double eastward(const SoundingLevel& level) {
+    return -level.windSpeed * std::sin(level.windDirection * (3.14159265358979323846 / 180.0));
+}
+
+double northward(const SoundingLevel& level) {
+    return -level.windSpeed * std::cos(level.windDirection * (3.14159265358979323846 / 180.0));
+}
+
+py::dict columnsOf(const Sounding& sounding) {
+    const auto numbers = [&](auto quantity) {
+        NumberColumn column;
+        column.reserve(sounding.levels.size());
+        for (const SoundingLevel& level : sounding.levels) {
+            column.push_back(quantity(level) + 0.0);  // -0 + 0 is 0
+        }
+        return arrayOf(column);
+    };
+    const auto flags = [&](auto flag) {
+        py::array_t<bool> column(static_cast<py::ssize_t>(sounding.levels.size()));
+        bool* at = column.mutable_data();
+        for (const SoundingLevel& level : sounding.levels) {
+            *at++ = flag(level);
+        }
+        return column;
+    };
+    TextColumn doubt;
+    TextColumn kinds;
+    for (const SoundingLevel& level : sounding.levels) {
+        doubt.add(corvane::table::joinNames(level.doubts));
+        kinds.add(corvane::kindNames(level.kinds));
+    }
+    using namespace py::literals;
+    return py::dict("pressure"_a = numbers([](const SoundingLevel& level) { return asWritten(level.pressure); }),
+                    "height"_a = numbers([](const SoundingLevel& level) { return asWritten(heightOf(level)); }),
+                    "temperature"_a = numbers([](const SoundingLevel& level) { return asWritten(level.temperature); }),
+                    "dewpoint"_a = numbers([](const SoundingLevel& level) { return asWritten(level.dewpoint); }),
+                    "direction"_a = numbers([](const SoundingLevel& level) { return asWritten(level.windDirection); }),
+                    "speed"_a = numbers([](const SoundingLevel& level) { return asWritten(level.windSpeed); }),
+                    "u_wind"_a = numbers(eastward), "v_wind"_a = numbers(northward), "doubt"_a = doubt.take(),
+                    "kinds"_a = kinds.take(),
+                    "height_computed"_a = flags([](const SoundingLevel& level) { return level.heightComputed; }),
+                    "below_ground"_a = flags([](const SoundingLevel& level) { return level.belowGround; }));
+}
+
+// (pressure, height, temperature, dewpoint, direction, speed, kinds, doubt, height computed, below the ground)
+py::list levelsOf(const Sounding& sounding) {
+    py::list levels;
+    for (const SoundingLevel& level : sounding.levels) {
+        levels.append(py::make_tuple(givenOrNone(level.pressure), givenOrNone(heightOf(level)),
+                                     givenOrNone(level.temperature), givenOrNone(level.dewpoint),
+                                     givenOrNone(level.windDirection), givenOrNone(level.windSpeed),
+                                     corvane::kindNames(level.kinds), corvane::table::joinNames(level.doubts),
+                                     level.heightComputed, level.belowGround));
+    }
+    return levels;
+}
+
+// (source, heading, letter, mends, doubts) with mends (name, text, lost) and doubts (name, text)
+py::list partsOf(const Sounding& sounding) {
+    py::list parts;
+    for (const corvane::SoundingPart& part : sounding.parts) {
+        py::list mends;
+        for (const corvane::Mend& mend : part.mends) {
+            mends.append(py::make_tuple(textOf(mend.name), textOf(mend.text), mend.lost));
+        }
+        py::list doubts;
+        for (const corvane::Doubt& doubt : part.doubts) {
+            doubts.append(py::make_tuple(textOf(doubt.name), textOf(doubt.text)));
+        }
+        parts.append(py::make_tuple(textOf(part.source + ':' + std::to_string(part.line)), textOf(part.heading),
+                                    std::string(1, part.letter), mends, doubts));
+    }
+    return parts;
+}
+
+py::dict indicesOf(const Sounding& sounding) {
+    const corvane::Indices indices = [&] {
+        const py::gil_scoped_release release;
+        return corvane::indicesOf(sounding);
+    }();
+    py::dict values;
+    for (const corvane::table::IndexColumn& column : corvane::table::INDEX_COLUMNS) {
+        values[textOf(std::string(column.name))] = asWritten(column.value(indices));
+    }
+    return values;
+}
+
+std::string skewt(const Sounding& sounding, bool knots, double top, int width, int height, bool dark) {
+    corvane::SkewTOptions options;
+    options.units = knots ? corvane::SkewTOptions::KNOTS : corvane::SkewTOptions::METRES_PER_SECOND;
+    options.top = top;
+    options.width = width;
+    options.height = height;
+    options.dark = dark;
+    const py::gil_scoped_release release;
+    return corvane::skewT(sounding, options);
+}
+
+// ---- pickling: a sounding as nested tuples, and back ----------------------------------------------------------------
+
+py::tuple stateOf(const corvane::GroupRange& range) {
+    return py::make_tuple(range.first, range.count);
+}
+
+corvane::GroupRange rangeFrom(const py::tuple& state) {
+    return {state[0].cast<std::size_t>(), state[1].cast<std::size_t>()};
+}
+
+py::tuple stateOf(const SoundingLevel& level) {
+    py::list origins;
+    for (const SoundingLevel::Origin& origin : level.origins) {
+        origins.append(py::make_tuple(origin.part, stateOf(origin.groups)));
+    }
+    return py::make_tuple(level.pressure, level.height, level.heightComputed, level.temperature, level.dewpoint,
+                          level.windSpeed, level.windDirection, level.kinds, level.belowGround, level.doubts, origins);
+}
+
+SoundingLevel levelFrom(const py::tuple& state) {
+    SoundingLevel level;
+    level.pressure = state[0].cast<double>();
+    level.height = state[1].cast<double>();
+    level.heightComputed = state[2].cast<bool>();
+    level.temperature = state[3].cast<double>();
+    level.dewpoint = state[4].cast<double>();
+    level.windSpeed = state[5].cast<double>();
+    level.windDirection = state[6].cast<double>();
+    level.kinds = state[7].cast<unsigned>();
+    level.belowGround = state[8].cast<bool>();
+    level.doubts = state[9].cast<std::vector<std::string>>();
+    for (const py::handle origin : state[10]) {
+        const auto values = origin.cast<py::tuple>();
+        level.origins.push_back({values[0].cast<std::size_t>(), rangeFrom(values[1])});
+    }
+    return level;
+}
+
+py::tuple stateOf(const corvane::SoundingPart& part) {
+    py::list mends;
+    for (const corvane::Mend& mend : part.mends) {
+        mends.append(py::make_tuple(textOf(mend.name), textOf(mend.text), mend.lost, stateOf(mend.groups)));
+    }
+    py::list doubts;
+    for (const corvane::Doubt& doubt : part.doubts) {
+        doubts.append(py::make_tuple(textOf(doubt.name), textOf(doubt.text)));
+    }
+    return py::make_tuple(textOf(part.source), part.line, part.offset, textOf(part.heading), part.letter, mends,
+                          doubts);
+}
+
+corvane::SoundingPart partFrom(const py::tuple& state) {
+    corvane::SoundingPart part;
+    part.source = bytesOf(state[0]);
+    part.line = state[1].cast<std::uint64_t>();
+    part.offset = state[2].cast<std::uint64_t>();
+    part.heading = bytesOf(state[3]);
+    part.letter = state[4].cast<char>();
+    for (const py::handle mend : state[5]) {
+        const auto values = mend.cast<py::tuple>();
+        part.mends.push_back({bytesOf(values[0]), bytesOf(values[1]), values[2].cast<bool>(), rangeFrom(values[3])});
+    }
+    for (const py::handle doubt : state[6]) {
+        const auto values = doubt.cast<py::tuple>();
+        part.doubts.push_back({bytesOf(values[0]), bytesOf(values[1])});
+    }
+    return part;
+}
+
+py::tuple stateOf(const Sounding& sounding) {
+    py::list parts;
+    for (const corvane::SoundingPart& part : sounding.parts) {
+        parts.append(stateOf(part));
+    }
+    py::list levels;
+    for (const SoundingLevel& level : sounding.levels) {
+        levels.append(stateOf(level));
+    }
+    return py::make_tuple(static_cast<int>(sounding.form), textOf(sounding.station), sounding.day, sounding.hour,
+                          sounding.latitude, sounding.longitude, sounding.elevation, textOf(sounding.launch),
+                          sounding.letters, parts, sounding.replaced, levels);
+}
+
+Sounding soundingFrom(const py::tuple& state) {
+    Sounding sounding;
+    sounding.form = static_cast<Corvane::WMO_MESSAGE_TYPE>(state[0].cast<int>());
+    sounding.station = bytesOf(state[1]);
+    sounding.day = state[2].cast<int>();
+    sounding.hour = state[3].cast<int>();
+    sounding.latitude = state[4].cast<std::optional<double>>();
+    sounding.longitude = state[5].cast<std::optional<double>>();
+    sounding.elevation = state[6].cast<std::optional<double>>();
+    sounding.launch = bytesOf(state[7]);
+    sounding.letters = state[8].cast<std::string>();
+    for (const py::handle part : state[9]) {
+        sounding.parts.push_back(partFrom(part.cast<py::tuple>()));
+    }
+    sounding.replaced = state[10].cast<std::size_t>();
+    for (const py::handle level : state[11]) {
+        sounding.levels.push_back(levelFrom(level.cast<py::tuple>()));
+    }
+    return sounding;
+}
+
+}  // namespace
+
+PYBIND11_MODULE(_corvane, module) {
+    using namespace py::literals;
+    module.attr("__version__") = CORVANE_PACKAGE_VERSION;
+
+    py::list reportColumns;
+    reportColumns.append("type");
+    for (const corvane::table::Column& column : corvane::table::COLUMNS) {
+        reportColumns.append(textOf(std::string(column.name)));
+    }
+    py::list feedColumns;
+    for (const std::string_view column : corvane::table::PART_COLUMNS) {
+        feedColumns.append(textOf(std::string(column)));
+    }
+    py::list partsColumns;
+    for (const std::string_view column : corvane::table::PARTS_COLUMNS) {
+        partsColumns.append(textOf(std::string(column)));
+    }
+    module.attr("REPORT_COLUMNS") = py::tuple(reportColumns);
+    module.attr("FEED_COLUMNS") = py::tuple(feedColumns) + py::tuple(reportColumns);
+    module.attr("PARTS_COLUMNS") = py::tuple(partsColumns);
+
+    module.def("decode", &decode, "text"_a);
+
+    py::class_<TableReader>(module, "TableReader")
+        .def(py::init<bool>(), "mend"_a)
+        .def("add", &TableReader::add, "source"_a, "read"_a)
+        .def_property_readonly("counts", &TableReader::counts)
+        .def_property_readonly("rows", &TableReader::rows)
+        .def("levels", &TableReader::takeLevels)
+        .def("parts", &TableReader::takeParts);
+
+    py::class_<SoundingReader>(module, "SoundingReader")
+        .def(py::init<bool>(), "mend"_a)
+        .def("add", &SoundingReader::add, "source"_a, "read"_a)
+        .def_property_readonly("counts", &SoundingReader::counts)
+        .def("soundings", &SoundingReader::soundings);
+
+    py::class_<Sounding>(module, "Sounding")
+        .def_property_readonly("form", [](const Sounding& sounding) { return corvane::formName(sounding.form); })
+        .def_property_readonly("station", [](const Sounding& sounding) { return textOf(sounding.station); })
+        .def_readonly("day", &Sounding::day)
+        .def_readonly("hour", &Sounding::hour)
+        .def_property_readonly("latitude", [](const Sounding& sounding) { return givenOrNone(sounding.latitude); })
+        .def_property_readonly("longitude", [](const Sounding& sounding) { return givenOrNone(sounding.longitude); })
+        .def_property_readonly("elevation", [](const Sounding& sounding) { return givenOrNone(sounding.elevation); })
+        .def_property_readonly("launch", [](const Sounding& sounding) { return textOf(sounding.launch); })
+        .def_readonly("letters", &Sounding::letters)
+        .def_readonly("replaced", &Sounding::replaced)
+        .def_property_readonly("count", [](const Sounding& sounding) { return sounding.levels.size(); })
+        .def("levels", &levelsOf)
+        .def("parts", &partsOf)
+        .def("columns", &columnsOf)
+        .def("indices", &indicesOf)
+        .def("skewt", &skewt, "knots"_a, "top"_a, "width"_a, "height"_a, "dark"_a)
+        .def(py::pickle([](const Sounding& sounding) { return stateOf(sounding); }, &soundingFrom));
+}

@@ -1,0 +1,46 @@
+"""What goes wrong, as Python sees it."""
+from __future__ import annotations
+
+import re
+
+# The words between what is wrong and the groups where it is; doc/errors.md says more.
+_CONTEXT = re.compile(r" ?Error detected (?:at|near)(.*)", re.DOTALL)
+_STATION = re.compile(r"(Block and station number is incorrect): (.*)", re.DOTALL)
+
+
+class CodingFault(ValueError):
+    """A report that cannot be decoded.
+
+    Attributes:
+        message: the whole text, as the program `corvane` says it.
+        reason: what is wrong, without the groups.
+        groups: the groups shown, from the fault on: at most six.
+
+    >>> try:
+    ...     decode("TTAA 0612 ABC")
+    ... except CodingFault as fault:
+    ...     print(fault.reason)
+    ...     print(fault.groups)
+    The last wind indicator (Id) is incorrectly coded.
+    ('0612', 'ABC')
+    """
+
+    message: str
+    reason: str
+    groups: tuple[str, ...]
+
+    def __init__(self, message: str) -> None:
+        super().__init__(message)
+        self.message = message
+        station = _STATION.fullmatch(message)
+        if station:
+            self.reason, self.groups = station[1], (station[2],)
+            return
+        context = _CONTEXT.search(message)
+        self.reason = (message[: context.start()] if context else message).rstrip(" ")
+        shown = context[1].removesuffix("...") if context else ""
+        self.groups = tuple(group for group in shown.split(" ") if group)
+
+
+class RefusedWarning(UserWarning):
+    """Some parts of bulletins hold data that cannot be read for certain; the table of parts says why."""
