@@ -1,0 +1,70 @@
+// How the page calls things.
+import type { Counts, Entry } from './contract';
+
+function twoDigits(number: number): string {
+    return String(number).padStart(2, '0');
+}
+
+export function plural(count: number, one: string, many = `${one}s`): string {
+    return `${count} ${count === 1 ? one : many}`;
+}
+
+function degrees(value: number, positive: string, negative: string): string {
+    return `${Math.abs(value).toFixed(1)}${value < 0 ? negative : positive}`;
+}
+
+/** "46.9S 37.9E", or nothing when the report does not give it. */
+export function position(entry: Entry): string {
+    return entry.latitude === null || entry.longitude === null
+        ? ''
+        : `${degrees(entry.latitude, 'N', 'S')} ${degrees(entry.longitude, 'E', 'W')}`;
+}
+
+/** Station number, call sign, or where there is neither, the position. */
+export function stationName(entry: Entry): string {
+    return entry.station || position(entry) || '?';
+}
+
+/** Day and hour: "13/00Z". */
+export function time(entry: Entry): string {
+    return entry.day === null || entry.hour === null
+        ? '–'
+        : `${twoDigits(entry.day)}/${twoDigits(entry.hour)}Z`;
+}
+
+/** The name of a file for a sounding, without its ending: STATION-DDHH, as corvane-skewt names it. */
+export function fileName(entry: Entry): string {
+    const station = (entry.station || position(entry).replace(' ', '')).replace(/[^A-Za-z0-9.]/g, '_');
+    const safe = /^(\.|$)/.test(station) ? `_${station}` : station;
+    return `${safe.slice(0, 100)}-${twoDigits(entry.day ?? 0)}${twoDigits(entry.hour ?? 0)}`;
+}
+
+/** What is to be said about an entry, the gravest last. */
+export function badges(entry: Entry): string[] {
+    if (entry.status === 'NIL' || entry.status === 'empty') {
+        return [entry.status];
+    }
+    const said: string[] = [];
+    if (entry.mended) {
+        said.push('mended');
+    }
+    if (entry.lost) {
+        said.push('lost');
+    }
+    if (entry.doubtful) {
+        said.push('doubtful');
+    }
+    if (entry.refused > 0) {
+        said.push('refused');
+    }
+    return said;
+}
+
+/** The summary as the program corvane-feed words it. */
+export function summary(counts: Counts): string {
+    return (
+        `${plural(counts.parts, 'part')}: ${counts.decoded} decoded (${counts.mended} mended, ` +
+        `${counts.lost} with losses, ${counts.doubtful} doubtful), ${counts.nil} NIL, ${counts.empty} empty, ` +
+        `${counts.refused} refused`
+    );
+}
