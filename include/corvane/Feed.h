@@ -100,6 +100,8 @@ public:
     ~BulletinReader();
     BulletinReader(BulletinReader&&) noexcept;
     BulletinReader& operator=(BulletinReader&&) noexcept;
+    BulletinReader(const BulletinReader&) = delete;
+    BulletinReader& operator=(const BulletinReader&) = delete;
 
     /// Reads up to the end of the next part. A part is given as soon as its end has been read: after "=", without
     /// waiting for anything that follows.
