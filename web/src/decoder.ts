@@ -32,7 +32,7 @@ export class Decoder {
             env: {
                 corvane_input: (address: number, size: number) => {
                     const bytes = this.input(size);
-                    new Uint8Array(this.wasm.memory.buffer).set(bytes, address);
+                    new Uint8Array(this.wasm.memory.buffer).set(bytes, address >>> 0);
                     return bytes.length;
                 },
                 emscripten_notify_memory_growth: () => undefined,

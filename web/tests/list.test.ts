@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import type { Page } from 'playwright-core';
-import { EXAMPLE, file, listed, manyBulletins, openExample, readFiles, useBrowser, withPage } from './support';
+import { EXAMPLE, example, file, listed, manyBulletins, openExample, readFiles, useBrowser, withPage } from './support';
 
 useBrowser();
 
@@ -26,6 +26,21 @@ test('soundings are listed with their notes', async () => {
         assert.equal(await page.getAttribute('#list [role=grid]', 'aria-rowcount'), '6');
     });
 });
+
+for (const width of [1600, 1280, 1000, 380]) {
+    test(`nothing in the list is cut off, ${width} pixels wide`, async () => {
+        await withPage({ viewport: { width, height: 900 } }, async (page) => {
+            const ship = 'UUAA DBLK4 13001 99240 70759 08045 99015 28848 09514 00136 27447 09518 88999 77999=';
+            const drop = 'XXAA 13001 99240 71759 08045 99015 28848 09514 00136 27447 09518 88999 77999=';
+            await readFiles(page, file('forms.txt', `${example}\n${ship}\n${drop}\n`));
+            assert.ok((await stations(page)).includes('24.0N 175.9W'));
+            const cut = await page.$$eval('#list [role=gridcell], #list [role=columnheader]', (cells) =>
+                cells.filter((cell) => cell.scrollWidth > cell.clientWidth).map((cell) => cell.textContent),
+            );
+            assert.deepEqual(cut, []);
+        });
+    });
+}
 
 test('NIL parts are hidden until they are asked for', async () => {
     await withPage({}, async (page) => {
