@@ -194,7 +194,7 @@ class Sounding:
         >>> frame = soundings(bulletin)[0].to_pandas()
         >>> frame[["pressure", "height", "temperature", "dewpoint", "direction", "speed"]]
            pressure  height  temperature  dewpoint  direction   speed
-        0    1014.0    17.0         32.2      23.2      115.0  2.0576
+        0    1014.0    15.0         32.2      23.2      115.0  2.0576
         1    1000.0   140.0         30.0      23.0      115.0  3.0864
         >>> frame.attrs["units"]["height"]
         'meter'
@@ -226,7 +226,7 @@ class Sounding:
 
         >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
         >>> round(soundings(bulletin)[0].indices()["sb_lcl_p"])
-        897
+        890
         """
         return self._data.indices()
 
