@@ -1,5 +1,5 @@
 /// @file
-/// Reads raw bulletins: cuts them into parts, mends what can be mended for certain, decodes each part with Corvane and
+/// Reads raw bulletins: cuts them into parts, mends what can be mended with certainty, decodes each part with Corvane and
 /// checks the result.
 ///
 /// Traffic as it is received is not one clean report. It is a stream of bulletins with abbreviated headings, reports of
@@ -9,8 +9,8 @@
 ///     TTAA 63001 72572 99870 36683 08505 00005 ///// ///// 92/// ///// ///// 85499 32680 08009 ...=
 ///     TTAA 72576 NIL=
 ///
-/// A part is one MMMM (TTAA, UUBB, ...) with its groups. Each part is read on its own, so that a bad one costs nothing
-/// but itself:
+/// A part is one MMMM (TTAA, UUBB, ...) with its groups. Each part is read on its own, so that a bad part does not
+/// affect the others:
 ///
 ///     corvane::BulletinReader bulletins(std::cin, "-");
 ///     corvane::Part part;
@@ -72,7 +72,7 @@ struct Group {
 };
 
 /// One part of a report: MMMM and the groups up to its end, not yet interpreted.
-struct Part {
+struct CORVANE_API Part {
     std::string source;          ///< the name of the input
     std::uint64_t line = 0;      ///< the line of MMMM, from 1
     std::uint64_t offset = 0;    ///< the byte offset of MMMM in the input
@@ -135,12 +135,12 @@ struct Doubt {
 };
 
 /// What a part says.
-struct Reading {
+struct CORVANE_API Reading {
     enum Status {
         DECODED,  ///< its levels are in `levels`
         NIL,      ///< it says that there is no report
         EMPTY,    ///< it holds no data
-        REFUSED   ///< it holds data that cannot be read for certain: see `reason`
+        REFUSED   ///< it holds data that cannot be read with certainty: see `reason`
     };
 
     Status status = REFUSED;
