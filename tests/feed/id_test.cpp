@@ -125,6 +125,14 @@ TEST(Id, TheFewestMendsWinIdIncluded) {
 }
 
 TEST(Id, AReadingWithGroupsLeftOverGivesWayToOneWithout) {
+    // Koror, 13 July 2022. With Id 2 the wind 10015 at 150 hPa is taken for 100 hPa, and the rest is left over: one
+    // mend, like the lost 31313 that is written with Id 1.
+    EXPECT_EQ(mendsOf("TTAA 63008 91408 99003 25809 06003 00080 26824 10504 92768 22217 14513 85501 18422 12012 70150 "
+                      "10431 09016 "
+                      "50588 04756 09517 40761 13363 12017 30973 28936 11517 25101 39163 11520 20249 52757 11026 15428 "
+                      "68150 10015 "
+                      "10663 81741 04029 88109 81540 05523 77999 44108 82304"),
+              (Lines{"id: 63008 read as 63001", "section-7: wrote 31313 before 44108"}));
     const std::string part = with(with(BEIJING, "28231", "28232"), "88187 639// 31524 77999 ", "");
     EXPECT_EQ(mendsOf(part), Lines{"id: 28232 read as 28231"});
     EXPECT_EQ(rowsOf(part).size(), 12U);
@@ -141,6 +149,15 @@ TEST(Id, TwoThatFitEquallyWellAreAmbiguous) {
     EXPECT_EQ(readOnly(part).fault.first, 0U);
     EXPECT_EQ(rowsOf(with(part, "28237", "28235")).size(), 5U);
     EXPECT_EQ(rowsOf(with(part, "28237", "28232")).size(), 4U);
+}
+
+// The same with 52 for the last two digits, which is no code for a depression: Id 5 would need one mend more.
+TEST(Id, OneThatNeedsNoOtherMendIsBetter) {
+    const std::string part =
+        "TTCC 28237 54511 70858 725// 24516 50058 671// 09010 30371 591// 20015 20495 10126 07052 88999 77999";
+    EXPECT_EQ(mendsOf(part), Lines{"id: 28237 read as 28232"});
+    EXPECT_EQ(rowsOf(part).back(), "mandatory,20,-10.1,-12.7,52,70,24950,,,,");
+    EXPECT_EQ(mendsOf(with(part, "28237", "28235")), Lines{"lost depression: 07052 read as 070//"});
 }
 
 // Several that give the same levels are no choice: the one that reaches least is taken.
