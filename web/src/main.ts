@@ -142,6 +142,7 @@ function take(from: Source, answer: Answer): void {
             adopt(from, answer.counts, answer.notices);
             break;
         case 'failed':
+            waiting = false;
             fail(answer.message);
             break;
         case 'shown':

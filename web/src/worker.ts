@@ -129,7 +129,11 @@ async function answer(request: Request): Promise<void> {
 
 onmessage = (event: MessageEvent<Request>) => {
     answer(event.data).catch((fault: unknown) => {
-        const memory = fault instanceof RangeError || fault instanceof WebAssembly.RuntimeError;
+        // What the decoder itself throws is never about a report: it is out of memory.
+        const memory =
+            fault instanceof RangeError ||
+            fault instanceof WebAssembly.RuntimeError ||
+            fault instanceof WebAssembly.Exception;
         const message = memory
             ? 'There is not enough memory for this file. Divide it and read the pieces one by one.'
             : fault instanceof Error
