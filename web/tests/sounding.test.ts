@@ -142,7 +142,9 @@ test('the picture is kept as SVG and as PNG', async () => {
         const inside = await page.$eval('#picture svg', (shown) => shown.textContent);
         assert.ok(inside!.includes('72327'));
         const drawn = /width="(\d+)" height="(\d+)"/.exec(svg.content.toString())!;
-        const program = execFileSync(SKEWT, [EXAMPLE, '--station', '72327', '--size', `${drawn[1]}x${drawn[2]}`]);
+        const program = execFileSync(SKEWT, [EXAMPLE, '--station', '72327', '--size', `${drawn[1]}x${drawn[2]}`], {
+            stdio: ['ignore', 'pipe', 'ignore'],
+        });
         assert.equal(svg.content.toString(), program.toString());
 
         const png = await download(page, '#png');
