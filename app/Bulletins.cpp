@@ -19,6 +19,8 @@ public:
     ~Progress() { clear(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
+    Progress(Progress&&) = delete;
+    Progress& operator=(Progress&&) = delete;
 
     void show(std::uint64_t bytes) {
         if (!wanted || std::chrono::steady_clock::now() < due) {
@@ -150,6 +152,6 @@ ExitStatus Bulletins::status() const {
 }
 
 // One write for a line, so that lines of programs that run side by side do not mix.
-void Bulletins::say(const std::string& line) const {
+void Bulletins::say(const std::string& line) {
     std::cerr << line + '\n';
 }

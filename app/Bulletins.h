@@ -53,7 +53,7 @@ private:
     void readInput(std::istream& input, const std::string& name, const corvane::ReadOptions& options,
                    const Handler& handle, bool live, double bytes);
     void count(const corvane::Reading& reading);
-    void say(const std::string& line) const;
+    static void say(const std::string& line);
 
     struct Counts {
         std::size_t parts = 0;

@@ -46,7 +46,8 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& request) {
-        return app.exit(request);
+        const int status = app.exit(request);
+        return std::cout.flush() ? status : EXIT_TROUBLE;
     } catch (const CLI::ParseError& error) {
         std::cerr << PROGRAM << ": " << error.what() << "\nTry '" << PROGRAM << " --help'.\n";
         return EXIT_TROUBLE;
@@ -96,7 +97,11 @@ int run(const Arguments& arguments) {
                        }
                        if (parts) {
                            corvane::table::appendPartsRow(parts->text, part, reading);
-                           parts->written();
+                           if (live) {
+                               parts->flush();
+                           } else {
+                               parts->written();
+                           }
                        }
                        if (live) {
                            table.flush();

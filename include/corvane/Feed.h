@@ -1,6 +1,6 @@
 /// @file
-/// Reads raw bulletins: cuts them into parts, mends what can be mended with certainty, decodes each part with Corvane and
-/// checks the result.
+/// Reads raw bulletins: cuts them into parts, mends what can be mended with certainty, decodes each part with Corvane
+/// and checks the result.
 ///
 /// Traffic as it is received is not one clean report. It is a stream of bulletins with abbreviated headings, reports of
 /// many stations, NIL reports, repeats, corrections, other code forms and line noise:
@@ -98,8 +98,8 @@ public:
     /// @param source the name that parts get as their source.
     BulletinReader(std::istream& input, std::string source);
     ~BulletinReader();
-    BulletinReader(BulletinReader&&) noexcept;
-    BulletinReader& operator=(BulletinReader&&) noexcept;
+    BulletinReader(BulletinReader&& other) noexcept;
+    BulletinReader& operator=(BulletinReader&& other) noexcept;
     BulletinReader(const BulletinReader&) = delete;
     BulletinReader& operator=(const BulletinReader&) = delete;
 

@@ -5,6 +5,7 @@
 #include "feed/Steps.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -35,9 +36,9 @@ std::optional<double> value(const Corvane::Level& level, Corvane::LEVEL_FIELD fi
 }
 
 std::string text(const char* format, double first, double second = 0.0, double third = 0.0) {
-    char buffer[160];
-    std::snprintf(buffer, sizeof buffer, format, first, second, third);
-    return buffer;
+    std::array<char, 160> buffer{};
+    const int length = std::snprintf(buffer.data(), buffer.size(), format, first, second, third);
+    return length > 0 ? buffer.data() : "";
 }
 
 void doubt(ReadLevel& level, const std::string& name) {

@@ -63,12 +63,9 @@ bool isEnvelope(char character) {
 }
 
 bool saysSomething(std::string_view word) {
-    for (const char character : word) {
-        if (isLetter(character) || isDigit(character) || character == '/' || character == '$') {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(word.begin(), word.end(), [](char character) {
+        return isLetter(character) || isDigit(character) || character == '/' || character == '$';
+    });
 }
 
 // A group of five digits and solidi inside punctuation, such as (85489 or 85489. or '85489'; empty for another word.
@@ -399,13 +396,11 @@ bool BulletinReader::Cutter::endsWithStationOfNext() {
         return false;
     }
     const std::string& last = open.groups.back().text;
-    for (const std::size_t index : {std::size_t{1}, std::size_t{2}}) {
+    const auto isLast = [&](std::size_t index) {
         const Word* word = peek(index);
-        if (word != nullptr && word->text == last) {
-            return true;
-        }
-    }
-    return false;
+        return word != nullptr && word->text == last;
+    };
+    return isLast(1) || isLast(2);
 }
 
 bool BulletinReader::Cutter::next(Part& part) {
@@ -416,9 +411,11 @@ bool BulletinReader::Cutter::next(Part& part) {
             splitFront();
         }
         const char first = ahead.front().text[0];
-        if (isDigit(first) || first == '/') {
+        if (isDigit(first) || first == '/') {  // most words
             addGroup(take());
-        } else if (isEnvelope(first)) {
+            continue;
+        }
+        if (isEnvelope(first)) {
             if (partIsOpen) {
                 close(part);
                 return true;

@@ -171,7 +171,7 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     }
     const bool hasSeaTemperature =
         work.form() == Corvane::WMO_TEMP_SHIP && end - tail == 3 && hasForm(work.at(tail + 2), "9????");
-    if ((end - tail == 2 || hasSeaTemperature) && hasForm(work.at(tail + 1), "8????")) {
+    if ((end - tail == 2 || hasSeaTemperature) && hasForm(work.at(tail + 1), "8????") && work.at(end) != "31313") {
         work.note("section-7", "wrote 31313 before " + work.at(tail), tail, 0);
         work.insert(tail, {"31313"});
         return true;
@@ -196,9 +196,15 @@ Attempt attemptToDecode(Work work, bool mend) {
             }
         }
         if (whole) {
-            if (mend && decoder.hasLeftovers() && !attempt.work.isPartBOrD() &&
-                mendLeftovers(attempt, decoder.tail())) {
-                continue;
+            if (decoder.hasLeftovers() && !attempt.work.isPartBOrD()) {
+                if (!mend) {
+                    attempt.refusal =
+                        attempt.work.refuse("Groups are left over before the next section.", decoder.tail());
+                    return attempt;
+                }
+                if (mendLeftovers(attempt, decoder.tail())) {
+                    continue;
+                }
             }
             attempt.decoded.launch = decoder.launch();
             attempt.decoded.levels = decoder.takeLevels();
@@ -264,7 +270,8 @@ std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
     std::optional<Attempt> best;
     for (const char id : idsThatReachFurther(date, work.letter())) {
         Work changed = work;
-        const std::string mended = date.substr(0, 4) + id;
+        std::string mended = date.substr(0, 4);
+        mended += id;
         changed.replace(place, mended);
         changed.note("id", date + " read as " + mended, place, 1);
         Attempt attempt = attemptToDecode(std::move(changed), true);
@@ -298,7 +305,7 @@ Refusal decode(Work& work, bool mend, Decoded& decoded) {
             attempt = std::move(*other);
         }
     }
-    const Refusal refusal{attempt.refusal.reason, attempt.refusal.place};
+    Refusal refusal = std::move(attempt.refusal);
     work = std::move(attempt.work);
     decoded = std::move(attempt.decoded);
     return refusal;

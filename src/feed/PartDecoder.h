@@ -30,7 +30,7 @@ struct Stumble {
 /// the groups that it comes from.
 class PartDecoder : private Corvane {
 public:
-    explicit PartDecoder(const Work& work);
+    explicit PartDecoder(const Work& groups);
 
     /// Decodes the part.
     /// @return false when the decoder stumbles, or a value is impossible: see stumble().

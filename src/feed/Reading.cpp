@@ -16,8 +16,8 @@ Refusal checkWithoutMends(const Work& work) {
     joinPieces(mended);
     mendElevation(mended);
     mendIdOfPartBOrD(mended);
-    if (mended.mends.size() > work.mends.size()) {
-        const Mend& first = mended.mends[work.mends.size()];
+    if (!mended.mends.empty()) {
+        const Mend& first = mended.mends.front();
         return work.refuse("A mend is needed: " + first.name + '.', first.groups.first);
     }
     return {};

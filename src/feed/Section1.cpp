@@ -91,9 +91,9 @@ Refusal checkSection1(const Work& work) {
 
 void readSection1(const Work& work, Reading& reading) {
     const std::size_t date = placeOfDate(work.form());
-    // A NIL report often names the station alone: TTAA 72576 NIL. That number may look like a date.
-    const bool stationAlone = work.form() == Corvane::WMO_TEMP && reading.status == Reading::NIL &&
-                              hasForm(work.at(0), "ddddd") && !hasForm(work.at(1), "ddddd");
+    // A part without data often names the station alone: TTAA 72576 NIL. That number may look like a date.
+    const bool stationAlone = work.form() == Corvane::WMO_TEMP && reading.status != Reading::DECODED &&
+                              hasForm(work.at(0), "ddddd") && (!hasForm(work.at(1), "ddddd") || isOpener(work.at(1)));
     if (!stationAlone && isDate(work.at(date))) {
         const std::string_view group = work.at(date);
         const int day = number(group.substr(0, 2));
@@ -108,7 +108,7 @@ void readSection1(const Work& work, Reading& reading) {
         }
         return;
     }
-    if (work.form() != Corvane::WMO_TEMP_DROP) {
+    if (date == 1 && isDate(work.at(date))) {
         reading.station = work.at(0);
     }
     readPosition(work, date + 1, reading);

@@ -152,7 +152,8 @@ Refusal LevelWalk::step() {
     }
     if (!pressure) {
         const std::string& value = work.at(place + 1);
-        return dropLevel("left out " + group + ' ' + value + ", a level without a pressure", isDigit(value[0]));
+        return dropLevel("left out " + group + ' ' + value + ", a level without a pressure",
+                         value.find_first_of("0123456789") != std::string::npos);
     }
     if (isHundredHectopascals()) {
         return dropLevel("left out " + group + ' ' + work.at(place + 1) + ", a level at 100 hPa", true);

@@ -343,9 +343,16 @@ TEST(Leftover, AShipMayHaveASeaTemperatureToo) {
     EXPECT_EQ(mendsOf(with(ship, "82240", "72240")), Lines{"lost leftover: not read: 46308 72240 90831 ..."});
 }
 
-TEST(Leftover, WithoutMendsTheyArePassedOver) {
-    EXPECT_EQ(readOnly(with(BEIJING, "77999", "77999 17226 31563"), false).status, Reading::DECODED);
-    EXPECT_TRUE(readOnly(with(BEIJING, "77999", "77999 17226 31563"), false).mends.empty());
+TEST(Leftover, WithoutMendsThePartIsRefused) {
+    const Reading reading = readOnly(with(BEIJING, "77999", "77999 17226 31563"), false);
+    EXPECT_EQ(reading.status, Reading::REFUSED);
+    EXPECT_EQ(reading.reason.substr(0, 48), "Groups are left over before the next section. Er");
+}
+
+TEST(Leftover, AreNotTakenForASystemBeforeARealOne) {
+    const Reading reading = readOnly(with(BEIJING, "77999", "77999 10600 81556"));
+    EXPECT_TRUE(reading.lost());
+    EXPECT_EQ(reading.launch, readOnly(BEIJING).launch);
 }
 
 // ---- impossible values ----

@@ -192,10 +192,10 @@ TEST(NoMends, APartThatNeedsOneIsRefused) {
     EXPECT_EQ(readOnly(DROP_A + " 62626 REL", false).status, Reading::REFUSED);
 }
 
-TEST(NoMends, PunctuationIsStillTakenOff) {
+TEST(NoMends, PunctuationAroundAGroupIsRefused) {
     const Reading reading = readOnly(with(BEIJING, "07669", "(07669)"), false);
-    EXPECT_EQ(reading.status, Reading::DECODED);
-    EXPECT_EQ(mendsOf(reading), Lines{"marks: (07669) read as 07669"});
+    EXPECT_EQ(reading.status, Reading::REFUSED);
+    EXPECT_EQ(reading.reason.substr(0, 24), "A mend is needed: marks.");
 }
 
 }  // namespace
