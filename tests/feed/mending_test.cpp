@@ -352,7 +352,7 @@ TEST(Leftover, WithoutMendsThePartIsRefused) {
 TEST(Leftover, AreNotTakenForASystemBeforeARealOne) {
     const Reading reading = readOnly(with(BEIJING, "77999", "77999 10600 81556"));
     EXPECT_TRUE(reading.lost());
-    EXPECT_EQ(reading.launch, readOnly(BEIJING).launch);
+    EXPECT_EQ(reading.launch, "");  // the decoder does not reach 31313 either
 }
 
 // ---- impossible values ----
