@@ -99,7 +99,7 @@ void Bulletins::readInput(std::istream& input, const std::string& name, const co
     }
 }
 
-void Bulletins::report(const corvane::Part& part, const corvane::Reading& reading) const {
+void Bulletins::report(const corvane::Part& part, const corvane::Reading& reading) {
     std::string beginning = part.source + ':' + std::to_string(part.line) + ": " + part.mmmm;
     if (!reading.station.empty()) {
         beginning += ' ' + reading.station;

@@ -33,7 +33,7 @@ public:
 
     /// Says what was done to a part, in a line for each mend, loss, doubt and refusal. read() does so unless it says
     /// little.
-    void report(const corvane::Part& part, const corvane::Reading& reading) const;
+    static void report(const corvane::Part& part, const corvane::Reading& reading);
 
     /// Called by a handler: nothing more is read.
     void stop() { stopped = true; }

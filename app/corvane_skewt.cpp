@@ -207,7 +207,7 @@ int run(const Arguments& arguments) {
         const bool concerns = arguments.station.empty() || reading.station.empty() ||
                               arguments.station.compare(0, reading.station.size(), reading.station) == 0;
         if (!arguments.quiet && concerns) {
-            bulletins.report(part, reading);
+            Bulletins::report(part, reading);
         }
     });
     const std::vector<corvane::Sounding> soundings = collected.soundings();

@@ -21,8 +21,8 @@ set(corvane_debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
 # The line that names a package, then the text that describes it; the paragraph that all have in common comes next.
 set(corvane_debian_about "Corvane reads the WMO alphanumeric code forms FM 35 TEMP, FM 36 TEMP SHIP,
-FM 37 TEMP DROP and FM 38 TEMP MOBIL: the surface, the standard and the
-significant levels, tropopauses, maximum winds and the remarks of dropsondes.")
+FM 37 TEMP DROP and FM 38 TEMP MOBIL, from single reports and from raw
+bulletins: tables of all levels, whole soundings, indices and skew-T diagrams.")
 
 set(CPACK_COMPONENTS_ALL development)
 
@@ -31,7 +31,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "decoder for upper-air sounding reports (development files)
 ${corvane_debian_about}
 
-This package holds the header, the library to link with, and its CMake and
+This package holds the headers, the library to link with, and its CMake and
 pkg-config files. The documents and examples are in the package corvane.")
 
 if(CORVANE_PROGRAM)
@@ -45,8 +45,8 @@ if(CORVANE_PROGRAM)
     set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "decoder for upper-air sounding reports
 ${corvane_debian_about}
 
-This package holds the program, which writes the levels of a report as a CSV
-table, with documents and examples.")
+This package holds the programs corvane (one report), corvane-feed (bulletins)
+and corvane-skewt (diagrams and indices), with documents and examples.")
 endif()
 
 get_target_property(corvane_library_type corvane TYPE)

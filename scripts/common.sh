@@ -66,6 +66,21 @@ want_file() {
     compgen -G "$1" >/dev/null || optional+=("$2")
 }
 
+python=/usr/bin/python3  # Debian's packages belong to it, whatever python3 is first in the path
+
+has_module() {
+    "$python" -c "import importlib.util, sys; sys.exit(importlib.util.find_spec('$1') is None)" 2>/dev/null
+}
+
+# need_module MODULE PACKAGE: the package is needed unless Debian's Python finds the module.
+need_module() {
+    has_module "$1" || missing+=("$2")
+}
+
+want_module() {
+    has_module "$1" || optional+=("$2")
+}
+
 need_compiler() {
     need_command c++ g++
     need_command cmake cmake

@@ -25,8 +25,8 @@
 ///     }
 ///
 /// No value is made up: a mend joins the pieces of a group, writes solidi, an opener or a closer, corrects Id, or drops
-/// groups that hold no level; it never writes a digit of a value. Every mend is reported. No content makes a function
-/// of this header throw; only memory may run out (std::bad_alloc).
+/// groups that hold no level; it never writes a digit of a value. Every mend is reported. No input makes a function
+/// of this header throw, except std::bad_alloc when memory runs out.
 #ifndef CORVANE_FEED_H
 #define CORVANE_FEED_H
 
@@ -52,8 +52,8 @@ constexpr std::size_t MAXIMUM_GROUP_LENGTH = 1000;
 /// A run of groups of a part: `count` groups from number `first` on, counted from 0 after MMMM. An empty run is a place
 /// between two groups.
 struct GroupRange {
-    std::size_t first = 0;
-    std::size_t count = 0;
+    std::size_t first = 0;  ///< number of the first group
+    std::size_t count = 0;  ///< number of groups
 };
 
 /// What was changed in a part so that it could be read.
@@ -66,7 +66,7 @@ struct Mend {
 
 /// One group as it stands in the input.
 struct Group {
-    std::string text;
+    std::string text;          ///< its characters, without those that separate groups
     std::uint64_t offset = 0;  ///< of its first byte in the input
     std::uint64_t end = 0;     ///< of the byte after its last one
 };
@@ -93,13 +93,13 @@ CORVANE_API std::string formName(Corvane::WMO_MESSAGE_TYPE form);
 /// Cuts a stream of bulletins into parts. Holds one part at a time, however long the stream is.
 class CORVANE_API BulletinReader {
 public:
-    /// @param input the bytes; used as long as the reader lives. Its failures end the parts like the end of the input:
+    /// @param input the bytes; must outlive the reader. A read error ends the parts just as the end of the input does:
     ///        ask the stream itself which of the two it was.
     /// @param source the name that parts get as their source.
     BulletinReader(std::istream& input, std::string source);
     ~BulletinReader();
-    BulletinReader(BulletinReader&& other) noexcept;
-    BulletinReader& operator=(BulletinReader&& other) noexcept;
+    BulletinReader(BulletinReader&& other) noexcept;             ///< leaves `other` fit only for assignment
+    BulletinReader& operator=(BulletinReader&& other) noexcept;  ///< leaves `other` fit only for assignment
     BulletinReader(const BulletinReader&) = delete;
     BulletinReader& operator=(const BulletinReader&) = delete;
 
@@ -136,6 +136,7 @@ struct Doubt {
 
 /// What a part says.
 struct CORVANE_API Reading {
+    /// What became of the part.
     enum Status {
         DECODED,  ///< its levels are in `levels`
         NIL,      ///< it says that there is no report
@@ -143,12 +144,12 @@ struct CORVANE_API Reading {
         REFUSED   ///< it holds data that cannot be read with certainty: see `reason`
     };
 
-    Status status = REFUSED;
-    Corvane::WMO_MESSAGE_TYPE form = Corvane::WMO_UNKNOWN;
-    char letter = 0;      ///< the part, 'A' to 'D'
-    std::string station;  ///< IIiii or the call sign; empty for TEMP DROP and where it is unreadable
-    std::optional<int> day;
-    std::optional<int> hour;          ///< UTC, 0 to 24
+    Status status = REFUSED;                                ///< what became of the part
+    Corvane::WMO_MESSAGE_TYPE form = Corvane::WMO_UNKNOWN;  ///< the code form that MMMM names
+    char letter = 0;                                        ///< the part, 'A' to 'D'
+    std::string station;              ///< IIiii or the call sign; empty for TEMP DROP and where it is unreadable
+    std::optional<int> day;           ///< of the month, 1 to 31; absent where section 1 is unreadable
+    std::optional<int> hour;          ///< UTC, 0 to 24; absent where section 1 is unreadable
     std::optional<double> latitude;   ///< degrees north; absent for TEMP and where the part gives solidi
     std::optional<double> longitude;  ///< degrees east, like `latitude`
     std::optional<double> elevation;  ///< metres, of a TEMP MOBIL
@@ -163,9 +164,9 @@ struct CORVANE_API Reading {
     std::string reason;  ///< why the part is refused, in the decoder's words where it is the decoder that refuses it
     GroupRange fault;    ///< of a refused part: the group where the reason was found
 
-    bool mended() const { return !mends.empty(); }  ///< whether anything was changed
-    bool lost() const;                              ///< whether a mend lost something
-    bool doubtful() const { return !doubts.empty(); }
+    bool mended() const { return !mends.empty(); }     ///< whether anything was changed
+    bool lost() const;                                 ///< whether a mend lost something
+    bool doubtful() const { return !doubts.empty(); }  ///< whether a check doubts a level
 };
 
 /// How a part is read.

@@ -10,9 +10,9 @@
 /// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
 /// have them, however far those are apart. Formulas stand in Thermodynamics.h.
 ///
-/// What no atmosphere has counts as not given: a pressure that is not between 0.01 and 2000 hPa or not below that of
-/// the level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1 kg/kg
-/// or more, a wind above 1000 m/s or from no direction between 0 and 360 degrees, a height beyond 200 km.
+/// Values that no atmosphere has count as not given: a pressure that is not between 0.01 and 2000 hPa or not below that
+/// of the level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1
+/// kg/kg or more, a wind above 1000 m/s or from no direction between 0 and 360 degrees, a height beyond 200 km.
 #ifndef CORVANE_INDICES_H
 #define CORVANE_INDICES_H
 
@@ -26,6 +26,7 @@ namespace corvane {
 /// temperature and mixing ratio; above it follows the pseudoadiabat. It is buoyant where its virtual temperature
 /// exceeds that of the sounding. Without a level to lift it from, everything is NaN.
 struct ParcelIndices {
+    /// A value that the sounding cannot give: NaN.
     static constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 
     double pressure = NONE;        ///< of the parcel's level, hPa
@@ -49,6 +50,7 @@ struct ParcelIndices {
 
 /// The indices of a sounding. NaN where the sounding cannot give a value.
 struct Indices {
+    /// A value that the sounding cannot give: NaN.
     static constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 
     ParcelIndices surface;  ///< of the lowest level that has temperature and dew point

@@ -41,6 +41,7 @@ namespace corvane {
 
 /// How a diagram is drawn.
 struct SkewTOptions {
+    /// A unit of wind speed.
     enum WindUnit { KNOTS, METRES_PER_SECOND };
 
     WindUnit units = KNOTS;  ///< of every wind speed in the picture

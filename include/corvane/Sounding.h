@@ -22,7 +22,7 @@
 /// Of a part that comes more than once, one copy counts: a repeat changes nothing; a correction (CCA, CCB ... or COR in
 /// the heading) replaces what it corrects, the later letter prevails; of different copies of one rank the later one.
 ///
-/// Months are in no part. Soundings of two months do not belong into one collection: day 13 at 12 UTC of both would be
+/// No part gives the month. Do not collect the soundings of two months together: day 13 at 12 UTC of both would be
 /// taken for one sounding.
 #ifndef CORVANE_SOUNDING_H
 #define CORVANE_SOUNDING_H
@@ -47,6 +47,7 @@ namespace corvane {
 /// as in Corvane::profile(); within a kind, the later one prevails. A tropopause and a level of maximum wind add what
 /// no other level of that pressure gives.
 struct SoundingLevel {
+    /// A quantity that the parts do not give: NaN.
     static constexpr double NOT_GIVEN = std::numeric_limits<double>::quiet_NaN();
 
     /// The kinds of level that one pressure can come from; a level has one bit for each of its kinds.
@@ -87,21 +88,21 @@ struct SoundingLevel {
 
 /// A part of a sounding: where it stands, and what was done to it.
 struct SoundingPart {
-    std::string source;        ///< Part::source
-    std::uint64_t line = 0;    ///< Part::line
-    std::uint64_t offset = 0;  ///< Part::offset
-    std::string heading;       ///< Part::heading
-    char letter = 0;           ///< 'A' to 'D'
-    std::vector<Mend> mends;
-    std::vector<Doubt> doubts;
+    std::string source;         ///< Part::source
+    std::uint64_t line = 0;     ///< Part::line
+    std::uint64_t offset = 0;   ///< Part::offset
+    std::string heading;        ///< Part::heading
+    char letter = 0;            ///< 'A' to 'D'
+    std::vector<Mend> mends;    ///< Reading::mends
+    std::vector<Doubt> doubts;  ///< Reading::doubts
 };
 
 /// One ascent or drop.
 struct Sounding {
-    Corvane::WMO_MESSAGE_TYPE form = Corvane::WMO_UNKNOWN;
-    std::string station;  ///< IIiii or call sign; empty for TEMP DROP
-    int day = 0;
-    int hour = 0;
+    Corvane::WMO_MESSAGE_TYPE form = Corvane::WMO_UNKNOWN;  ///< the code form of its parts
+    std::string station;                                    ///< IIiii or call sign; empty for TEMP DROP
+    int day = 0;                                            ///< of the month, 1 to 31
+    int hour = 0;                                           ///< UTC, 0 to 24
     std::optional<double> latitude;   ///< degrees north, of the first part that gives it; see Reading::latitude
     std::optional<double> longitude;  ///< degrees east, of the same part
     std::optional<double> elevation;  ///< metres, of a TEMP MOBIL
@@ -113,14 +114,14 @@ struct Sounding {
     std::vector<SoundingLevel> levels;  ///< by descending pressure, each pressure once; may be empty
 };
 
-/// Collects parts in whatever order they come and joins them to soundings. Keeps the levels of every part that counts,
-/// some 2.5 kB a part.
+/// Collects parts in whatever order they come and joins them into soundings. Keeps the levels of every part that
+/// counts, about 2.5 kB per part.
 class CORVANE_API Soundings {
 public:
     Soundings();
     ~Soundings();
-    Soundings(Soundings&& other) noexcept;
-    Soundings& operator=(Soundings&& other) noexcept;
+    Soundings(Soundings&& other) noexcept;             ///< leaves `other` fit only for assignment
+    Soundings& operator=(Soundings&& other) noexcept;  ///< leaves `other` fit only for assignment
     Soundings(const Soundings&) = delete;
     Soundings& operator=(const Soundings&) = delete;
 
@@ -132,7 +133,7 @@ public:
     /// sounding is put together when its turn comes, so that only one is in memory beside what is collected.
     void forEach(const std::function<void(const Sounding&)>& take) const;
 
-    /// The same soundings all at once, some 5 kB a part.
+    /// The same soundings all at once, about 5 kB per part.
     std::vector<Sounding> soundings() const;
 
 private:

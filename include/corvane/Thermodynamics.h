@@ -32,18 +32,19 @@ constexpr double KAPPA = 0.2854;                 ///< exponent of the potential 
 constexpr double GRAVITY = 9.80665;              ///< m/s^2; heights are geopotential
 }  // namespace constants
 
-/// Saturation vapour pressure over water, hPa: e_s = 6.112 exp(17.67 t / (t + 243.5)) (Bolton 1980, eq. 10). Of a dew
-/// point it is the vapour pressure. 0 from -243.5 degrees down, which is the limit of the formula there.
+/// Saturation vapour pressure over water, hPa: e_s = 6.112 exp(17.67 t / (t + 243.5)) (Bolton 1980, eq. 10). For a
+/// dew point it is the vapour pressure. 0 at -243.5 degrees and below, the limit of the formula there.
 CORVANE_API double saturationVapourPressure(double temperature);
 
-/// Mixing ratio of air with this dew point, kg/kg: r = 0.622 e / (p - e). Of a temperature it is that of saturation.
+/// Mixing ratio of air with this dew point, kg/kg: r = 0.622 e / (p - e). For a temperature it is the mixing ratio at
+/// saturation.
 CORVANE_API double mixingRatio(double dewpoint, double pressure);
 
 /// The dew point at which air of this pressure has this mixing ratio in kg/kg: a mixing-ratio line of the diagram. The
 /// inverse of mixingRatio().
 CORVANE_API double dewpointOfMixingRatio(double ratio, double pressure);
 
-/// Virtual temperature: T_v = T (1 + r/eps) / (1 + r) in kelvins, given back in degrees Celsius. With a dew point of
+/// Virtual temperature: T_v = T (1 + r/eps) / (1 + r) in kelvins, returned in degrees Celsius. With a dew point of
 /// NaN the air counts as dry and has its temperature.
 CORVANE_API double virtualTemperature(double temperature, double dewpoint, double pressure);
 
@@ -87,7 +88,9 @@ CORVANE_API double wetBulbTemperature(double temperature, double dewpoint, doubl
 
 /// Thickness of the layer between two pressures in geopotential metres by the hypsometric equation,
 /// R_d/g T_v ln(p1/p2). Negative where the second pressure is the higher one.
-/// @param meanVirtualTemperature mean over ln p; for one that is linear in ln p the mean of both ends.
+/// @param lowerPressure pressure of the lower boundary, hPa.
+/// @param upperPressure pressure of the upper boundary, hPa.
+/// @param meanVirtualTemperature degrees Celsius, mean over ln p; for one that is linear in ln p the mean of both ends.
 CORVANE_API double thickness(double lowerPressure, double upperPressure, double meanVirtualTemperature);
 
 }  // namespace corvane

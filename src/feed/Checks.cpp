@@ -128,7 +128,7 @@ void apply(const Shift& shift, std::vector<Surface>& surfaces) {
 }
 
 // The one shift by the omitted unit that leaves no layer off; absent where there is none, or several.
-std::optional<Shift> onlyShift(std::vector<Surface>& surfaces) {
+std::optional<Shift> onlyShift(const std::vector<Surface>& surfaces) {
     std::optional<Shift> only;
     for (std::size_t first = 0; first < surfaces.size(); ++first) {
         const double unit = omittedUnit(surfaces[first].pressure);

@@ -38,8 +38,7 @@ enum class Meaning : unsigned char {
     NOTHING           // dropped
 };
 
-// A table, since every byte of the input is asked: half of the time of cutting with comparisons.
-constexpr std::array<Meaning, 256> MEANINGS = [] {
+constexpr std::array<Meaning, 256> meanings() {
     std::array<Meaning, 256> table{};
     for (std::size_t byte = 0; byte < table.size(); ++byte) {
         table[byte] = byte <= ' ' || byte > 126 ? Meaning::SEPARATOR : Meaning::WORD;
@@ -51,7 +50,10 @@ constexpr std::array<Meaning, 256> MEANINGS = [] {
     }
     table[0] = Meaning::NOTHING;
     return table;
-}();
+}
+
+// A table, because every byte of the input is looked up: it halves the time that cutting takes with comparisons.
+constexpr std::array<Meaning, 256> MEANINGS = meanings();
 
 Meaning meaningOf(char character) {
     return MEANINGS[static_cast<unsigned char>(character)];

@@ -273,7 +273,10 @@ std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
         std::string mended = date.substr(0, 4);
         mended += id;
         changed.replace(place, mended);
-        changed.note("id", date + " read as " + mended, place, 1);
+        std::string text = date;
+        text += " read as ";
+        text += mended;
+        changed.note("id", text, place, 1);
         Attempt attempt = attemptToDecode(std::move(changed), true);
         if (attempt.refusal) {
             continue;

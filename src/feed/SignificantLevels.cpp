@@ -57,14 +57,14 @@ bool LevelWalk::isDue(std::string_view number) const {
 // written can be read again; the number is no value.
 void LevelWalk::keepInStep() {
     const std::string& group = work.at(place);
-    const std::string number = group.substr(0, 2);
+    const std::string nn = group.substr(0, 2);
     if (last == written) {
-        written = number;
+        written = nn;
     } else {
         written = numberAfter(written);
         work.replace(place, written + group.substr(2));
     }
-    last = number;
+    last = nn;
 }
 
 void LevelWalk::beginSection6() {
@@ -135,10 +135,10 @@ Refusal LevelWalk::step() {
     if (!hasForm(group, "ddddd") && !hasForm(group, "dd///")) {
         return work.refuse("A level (nnPPP) is expected.", place);
     }
-    const std::string number = group.substr(0, 2);
+    const std::string nn = group.substr(0, 2);
     const std::optional<double> pressure = pressureAt(place);
-    if (!isDue(number)) {
-        if (!beginsSection6Unmarked(number, pressure)) {
+    if (!isDue(nn)) {
+        if (!beginsSection6Unmarked(nn, pressure)) {
             return work.refuse("Level number " + std::string(numberAfter(last)) + " is due.", place);
         }
         if (!mend) {

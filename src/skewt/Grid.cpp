@@ -54,6 +54,7 @@ void Picture::ground() {
 void Picture::isobars() {
     static constexpr std::array<double, 21> STANDARD{1000, 850, 700, 500, 300, 200, 100, 400, 925, 250, 150,
                                                      50,   30,  20,  10,  70,  7,   5,   3,   2,   1};
+    // Drawn only where their labels have room.
     static constexpr std::array<double, 3> OTHER{600, 800, 900};
     static constexpr std::array<double, 5> CLOSE{950, 750, 650, 550, 450};  // for a diagram of the lower air
 
@@ -62,6 +63,9 @@ void Picture::isobars() {
     if (map.topPressure() >= 400.0) {
         all.insert(all.end(), CLOSE.begin(), CLOSE.end());
     }
+    const auto isStandard = [](double pressure) {
+        return std::find(STANDARD.begin(), STANDARD.end(), pressure) != STANDARD.end();
+    };
     const Face face{0.95 * font};
     front.textWhereFree(picture, {frame.left - 0.4 * font, frame.top - 0.5 * font}, Anchor::END, "hPa",
                         {0.8 * font, false, colours.quiet});
@@ -71,8 +75,11 @@ void Picture::isobars() {
             continue;
         }
         const double y = map.y(pressure);
-        background.segment({frame.left, y}, {frame.right, y});
-        front.textWhereFree(picture, {frame.left - 0.4 * font, y + 0.34 * font}, Anchor::END, fixed(pressure, 0), face);
+        const bool labelled = front.textWhereFree(picture, {frame.left - 0.4 * font, y + 0.34 * font}, Anchor::END,
+                                                  fixed(pressure, 0), face);
+        if (labelled || isStandard(pressure)) {
+            background.segment({frame.left, y}, {frame.right, y});
+        }
     }
     background.close();
 }

@@ -13,7 +13,7 @@ struct Stations {
 };
 
 // The station numbers south of the equator (WMO-No. 9, Volume A). Blocks that lie across it are cut where their
-// numbering crosses it; a few stations within some 100 km of the equator are on the wrong side, where it does not
+// numbering crosses it; a few stations within about 100 km of the equator are on the wrong side, where it does not
 // matter.
 constexpr std::array<Stations, 19> SOUTHERN{{
     {61900, 61930},  // Ascension, Saint Helena

@@ -1,9 +1,10 @@
-// The examples of doc/soundings.md give the rows that stand there.
+// The examples of doc/soundings.md give the rows that stand there, and the pictures in doc/ are those that are drawn.
 #include "SoundingTable.h"
 #include "support/FencedBlocks.h"
 #include "support/Samples.h"
 
 #include <corvane/Feed.h>
+#include <corvane/SkewT.h>
 #include <corvane/Sounding.h>
 
 #include <gtest/gtest.h>
@@ -13,16 +14,20 @@
 
 namespace {
 
-std::string tableOf(const std::string& bulletins) {
+corvane::Soundings collectedFrom(const std::string& bulletins) {
     std::istringstream input(bulletins);
     corvane::BulletinReader reader(input, "-");
     corvane::Soundings collected;
     for (corvane::Part part; reader.next(part);) {
         collected.add(part, corvane::read(part));
     }
+    return collected;
+}
+
+std::string tableOf(const std::string& bulletins) {
     std::string table;
     corvane::table::appendSoundingHeader(table);
-    for (const corvane::Sounding& sounding : collected.soundings()) {
+    for (const corvane::Sounding& sounding : collectedFrom(bulletins).soundings()) {
         corvane::table::appendSoundingRows(table, sounding);
     }
     return table;
@@ -50,6 +55,22 @@ TEST(SoundingDocuments, NameEveryColumn) {
         EXPECT_NE(document.find('`' + column + '`'), std::string::npos) << column;
     }
     EXPECT_EQ(count, 18);
+}
+
+void expectPicture(const std::string& picture, const std::string& bulletins, const std::string& station) {
+    int drawn = 0;
+    for (const corvane::Sounding& sounding : collectedFrom(contentOf(sourceFile(bulletins))).soundings()) {
+        if (sounding.station == station) {
+            EXPECT_TRUE(corvane::skewT(sounding) == contentOf(sourceFile(picture))) << picture << " is out of date";
+            ++drawn;
+        }
+    }
+    EXPECT_EQ(drawn, 1) << station;
+}
+
+TEST(SoundingDocuments, PicturesAreUpToDate) {
+    expectPicture("doc/skewt-72201.svg", "tests/sounding/data/us-2022-07-13.txt", "72201");
+    expectPicture("doc/skewt-83779.svg", "tests/reports/temp-sao-paulo-2023.txt", "83779");
 }
 
 }  // namespace
