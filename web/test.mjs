@@ -21,7 +21,7 @@ await build({
     logLevel: 'warning',
 });
 const [pattern] = process.argv.slice(2);
-const options = ['--test', '--enable-source-maps', '--test-concurrency=1', '--test-reporter=spec'];
+const options = ['--test', '--enable-source-maps', '--test-concurrency=1'];
 if (pattern) {
     options.push(`--test-name-pattern=${pattern}`);
 }
