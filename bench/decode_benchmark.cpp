@@ -18,7 +18,7 @@
 namespace {
 
 std::string report(const char* name) {
-    const std::string path = std::string(CORVANE_REPORTS) + "/" + name + ".txt";
+    const std::string path = std::string(CORVANE_SOURCES) + "/" + name + ".txt";
     std::ifstream file(path);
     if (!file) {
         throw std::runtime_error("cannot read " + path);
@@ -118,16 +118,18 @@ void grow(benchmark::State& state, void (*run)(benchmark::State&, const std::str
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    benchmark::RegisterBenchmark("split/drop", splitText, report("drop-maria-2017"));
-    benchmark::RegisterBenchmark("decode/drop", decode, report("drop-maria-2017"));
-    benchmark::RegisterBenchmark("construct/drop", construct, report("drop-maria-2017"))->UseManualTime();
-    benchmark::RegisterBenchmark("table/drop", writeTable, report("drop-maria-2017"));
-    benchmark::RegisterBenchmark("split/land", splitText, report("temp-camborne-2026"));
-    benchmark::RegisterBenchmark("decode/land", decode, report("temp-camborne-2026"));
-    benchmark::RegisterBenchmark("construct/land", construct, report("temp-camborne-2026"))->UseManualTime();
-    benchmark::RegisterBenchmark("table/land", writeTable, report("temp-camborne-2026"));
-    benchmark::RegisterBenchmark("split/refused", splitText, report("temp-key-west-2022"));
-    benchmark::RegisterBenchmark("decode/refused", refuse, report("temp-key-west-2022"));
+    benchmark::RegisterBenchmark("split/drop", splitText, report("examples/reports/drop-maria-2017"));
+    benchmark::RegisterBenchmark("decode/drop", decode, report("examples/reports/drop-maria-2017"));
+    benchmark::RegisterBenchmark("construct/drop", construct, report("examples/reports/drop-maria-2017"))
+        ->UseManualTime();
+    benchmark::RegisterBenchmark("table/drop", writeTable, report("examples/reports/drop-maria-2017"));
+    benchmark::RegisterBenchmark("split/land", splitText, report("tests/reports/temp-camborne-2026"));
+    benchmark::RegisterBenchmark("decode/land", decode, report("tests/reports/temp-camborne-2026"));
+    benchmark::RegisterBenchmark("construct/land", construct, report("tests/reports/temp-camborne-2026"))
+        ->UseManualTime();
+    benchmark::RegisterBenchmark("table/land", writeTable, report("tests/reports/temp-camborne-2026"));
+    benchmark::RegisterBenchmark("split/refused", splitText, report("tests/reports/temp-key-west-2022"));
+    benchmark::RegisterBenchmark("decode/refused", refuse, report("tests/reports/temp-key-west-2022"));
     benchmark::RegisterBenchmark("split/grow", grow, splitText)->RangeMultiplier(10)->Range(1000, 1000000);
     benchmark::RegisterBenchmark("decode/grow", grow, decode)->RangeMultiplier(10)->Range(1000, 1000000);
     benchmark::RegisterBenchmark("construct/grow", grow, construct)

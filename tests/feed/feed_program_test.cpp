@@ -23,6 +23,7 @@ namespace {
 
 using feed_test::BEIJING;
 using feed_test::with;
+using std::string_literals::operator""s;
 using Arguments = std::vector<std::string>;
 
 const std::string HEADER =
@@ -440,7 +441,7 @@ TEST_F(FeedProgram, APartOfAHundredThousandGroups) {
 
 TEST_F(FeedProgram, NoInputEndsItOtherwiseThanByZeroOneOrTwo) {
     std::mt19937 random(1);
-    const std::string alphabet("TTAABBCCDDUXI0123456789/////  ==\r\n\1\3;$NIL\0\xff.()REL", 54);
+    const std::string alphabet = "TTAABBCCDDUXI0123456789/////  ==\r\n\1\3;$NIL\0\xff.()REL"s;
     for (int round = 0; round < 20; ++round) {
         std::string text = BEIJING;
         for (int i = 0; i < 3000; ++i) {
