@@ -3,6 +3,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <locale>
 #include <ostream>
 #include <sstream>
@@ -25,25 +26,29 @@ static_assert(ascending(), "appendRow needs the columns in the order of LEVEL_FI
 }  // namespace
 
 void appendNumber(std::string& out, double number) {
-    // Most numbers of a table have at most two decimals and at most six digits: they are a whole number of hundredths
-    // that gives the number back when divided by 100. Its digits are written as they are.
+    // Nearly every number of a table is, but for the last bits, one of at most four decimals and at most six digits: a
+    // speed converted from knots has four. It is written as that one, since half a unit of the sixth digit is at least
+    // 5e-7 of a number, and the rounding of the product at most 1.2e-16 of it.
+    constexpr std::int64_t UNIT = 10000;
+    constexpr double SAME = 1e-10;
     const double magnitude = std::fabs(number);
     if (magnitude < 1000000.0) {
-        const long hundredths = std::lround(magnitude * 100.0);
-        const bool sixDigits = hundredths < 1000000 || hundredths % 100 == 0;
-        if (sixDigits && static_cast<double>(hundredths) / 100.0 == magnitude) {
+        const double scaled = magnitude * static_cast<double>(UNIT);
+        const auto whole = static_cast<std::int64_t>(scaled + 0.5);
+        const bool sixDigits = whole < 1000000 || (whole < 100000000 && whole % 100 == 0) || whole % UNIT == 0;
+        if (sixDigits && std::fabs(scaled - static_cast<double>(whole)) <= SAME * scaled) {
             std::array<char, 16> digits;
             char* at = digits.data();
             if (std::signbit(number)) {
                 *at++ = '-';
             }
-            at = std::to_chars(at, digits.data() + digits.size(), hundredths / 100).ptr;
-            if (hundredths % 100 != 0) {
+            at = std::to_chars(at, digits.data() + digits.size(), whole / UNIT).ptr;
+            std::int64_t decimals = whole % UNIT;
+            if (decimals != 0) {
                 *at++ = '.';
-                *at++ = static_cast<char>('0' + hundredths / 10 % 10);
-                if (hundredths % 10 != 0) {
-                    *at++ = static_cast<char>('0' + hundredths % 10);
-                }
+            }
+            for (; decimals != 0; decimals = decimals * 10 % UNIT) {
+                *at++ = static_cast<char>('0' + decimals * 10 / UNIT);
             }
             out.append(digits.data(), static_cast<std::size_t>(at - digits.data()));
             return;
