@@ -122,7 +122,7 @@ private:
     }
     bool readWord();
     void endPendingLines(bool beforeLineFeed);
-    void addWord(Word&& word);
+    void finishWord();
     bool splitFront();
     const Word* peek(std::size_t index);
     Word take();
@@ -191,9 +191,9 @@ void BulletinReader::Cutter::endPendingLines(bool beforeLineFeed) {
     carriageReturns = 0;
 }
 
-// Reads up to the end of the next word and files it in `ahead`.
+// Reads up to the end of the next word, which is collected in its place in `ahead`.
 bool BulletinReader::Cutter::readWord() {
-    Word word;
+    Word& word = ahead.emplace_back();
     bool inWord = false;
     while (at < filled || fill()) {
         const std::size_t first = at;
@@ -203,7 +203,7 @@ bool BulletinReader::Cutter::readWord() {
             continue;
         }
         if (inWord && meaning != Meaning::WORD) {
-            addWord(std::move(word));  // the byte is looked at again
+            finishWord();  // the byte is looked at again
             return true;
         }
         if (carriageReturns > 0 && meaning != Meaning::CARRIAGE_RETURN) {
@@ -226,7 +226,7 @@ bool BulletinReader::Cutter::readWord() {
             word.text = buffer[first];
             pass(1);
             word.end = position;
-            addWord(std::move(word));
+            finishWord();
             return true;
         }
         std::size_t end = first + 1;
@@ -240,13 +240,18 @@ bool BulletinReader::Cutter::readWord() {
         word.end = position;
     }
     if (inWord) {
-        addWord(std::move(word));
+        finishWord();
+    } else {
+        ahead.pop_back();
     }
     return inWord;
 }
 
-void BulletinReader::Cutter::addWord(Word&& word) {
+// Keeps the last word of `ahead` if it says something.
+void BulletinReader::Cutter::finishWord() {
+    Word& word = ahead.back();
     if (meaningOf(word.text[0]) == Meaning::WORD && !saysSomething(word.text)) {
+        ahead.pop_back();
         return;
     }
     lineIsEmpty = false;
@@ -255,7 +260,6 @@ void BulletinReader::Cutter::addWord(Word&& word) {
         word.received = word.text;
         word.text = std::string(inside);
     }
-    ahead.push_back(std::move(word));
 }
 
 // Makes two words of the next one if it is an MMMM and the group beside it, such as TTAA56001 or 82302TTBB.

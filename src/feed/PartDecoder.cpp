@@ -48,6 +48,7 @@ PartDecoder::PartDecoder(const Work& groups) : work(groups) {
     for (std::size_t i = 0; i < work.size(); ++i) {
         tokenQueue.push_back(work.at(i));
     }
+    found.reserve(work.size() / 2);  // a level has two groups or more
 }
 
 bool PartDecoder::run() {
