@@ -79,6 +79,9 @@ void appendFeedHeader(std::string& out) {
 }
 
 void appendFeedRows(std::string& out, const Part& part, const Reading& reading) {
+    if (reading.levels.empty()) {
+        return;  // two parts out of three say NIL
+    }
     std::string beginning;  // the same in every row of the part
     appendIdentity(beginning, part, reading);
     appendOptional(beginning, reading.latitude);

@@ -1,8 +1,10 @@
 // How the table is written. Most of the time goes into numbers, so that they have a short path.
 #include "Table.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <locale>
 #include <ostream>
 #include <sstream>
@@ -22,44 +24,52 @@ constexpr bool ascending() {
 }
 static_assert(ascending(), "appendRow needs the columns in the order of LEVEL_FIELD");
 
-}  // namespace
+constexpr std::size_t LONGEST_NUMBER = 13;  // -1.23457e-308
 
-void appendNumber(std::string& out, double number) {
-    // Most numbers of a table have at most two decimals and at most six digits: they are a whole number of hundredths
-    // that gives the number back when divided by 100. Its digits are written as they are.
+// Writes a number where there is room for LONGEST_NUMBER characters.
+// @return the end of what was written.
+char* writeNumber(char* at, double number) {
+    // Nearly every number of a table is, but for the last bits, one of at most four decimals and at most six digits: a
+    // speed converted from knots has four. It is written as that one, since half a unit of the sixth digit is at least
+    // 5e-7 of a number, and the rounding of the product at most 1.2e-16 of it.
+    constexpr std::int64_t UNIT = 10000;
+    constexpr double SAME = 1e-10;
     const double magnitude = std::fabs(number);
     if (magnitude < 1000000.0) {
-        const long hundredths = std::lround(magnitude * 100.0);
-        const bool sixDigits = hundredths < 1000000 || hundredths % 100 == 0;
-        if (sixDigits && static_cast<double>(hundredths) / 100.0 == magnitude) {
-            std::array<char, 16> digits;
-            char* at = digits.data();
+        const double scaled = magnitude * static_cast<double>(UNIT);
+        const auto whole = static_cast<std::int64_t>(scaled + 0.5);
+        const bool sixDigits = whole < 1000000 || (whole < 100000000 && whole % 100 == 0) || whole % UNIT == 0;
+        if (sixDigits && std::fabs(scaled - static_cast<double>(whole)) <= SAME * scaled) {
             if (std::signbit(number)) {
                 *at++ = '-';
             }
-            at = std::to_chars(at, digits.data() + digits.size(), hundredths / 100).ptr;
-            if (hundredths % 100 != 0) {
+            at = std::to_chars(at, at + LONGEST_NUMBER - 1, whole / UNIT).ptr;
+            std::int64_t decimals = whole % UNIT;
+            if (decimals != 0) {
                 *at++ = '.';
-                *at++ = static_cast<char>('0' + hundredths / 10 % 10);
-                if (hundredths % 10 != 0) {
-                    *at++ = static_cast<char>('0' + hundredths % 10);
-                }
             }
-            out.append(digits.data(), static_cast<std::size_t>(at - digits.data()));
-            return;
+            for (; decimals != 0; decimals = decimals * 10 % UNIT) {
+                *at++ = static_cast<char>('0' + decimals * 10 / UNIT);
+            }
+            return at;
         }
     }
 #if defined(__cpp_lib_to_chars)
-    std::array<char, 32> digits;
-    const std::to_chars_result written =
-        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::general, 6);
-    out.append(digits.data(), static_cast<std::size_t>(written.ptr - digits.data()));
+    return std::to_chars(at, at + LONGEST_NUMBER, number, std::chars_format::general, 6).ptr;
 #else
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
     stream << number;
-    out += stream.str();
+    const std::string text = stream.str();
+    return std::copy(text.begin(), text.end(), at);
 #endif
+}
+
+}  // namespace
+
+void appendNumber(std::string& out, double number) {
+    std::array<char, LONGEST_NUMBER> text;
+    out.append(text.data(), static_cast<std::size_t>(writeNumber(text.data(), number) - text.data()));
 }
 
 void appendHeader(std::string& out) {
@@ -71,17 +81,20 @@ void appendHeader(std::string& out) {
 }
 
 void appendRow(std::string& out, const Corvane::Level& level) {
-    out += level.name();
+    std::array<char, COLUMNS.size() * (1 + LONGEST_NUMBER)> row;
+    char* at = row.data();
     auto field = level.fields.begin();
     for (const Column& column : COLUMNS) {
-        out += ',';
+        *at++ = ',';
         while (field != level.fields.end() && field->first < column.field) {
             ++field;
         }
         if (field != level.fields.end() && field->first == column.field) {
-            appendNumber(out, field->second);
+            at = writeNumber(at, field->second);
         }
     }
+    out += level.name();
+    out.append(row.data(), static_cast<std::size_t>(at - row.data()));
 }
 
 namespace {

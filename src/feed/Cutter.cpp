@@ -8,9 +8,9 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <istream>
 #include <utility>
+#include <vector>
 
 namespace corvane {
 
@@ -74,9 +74,12 @@ bool saysSomething(std::string_view word) {
 // The word says something.
 std::string_view groupInMarks(std::string_view word) {
     constexpr std::string_view MARKS = "!\"'*#.,:<>()[]\\";
+    if (word.size() <= 5) {
+        return {};  // most words
+    }
     const std::size_t first = word.find_first_not_of(MARKS);
     const std::string_view inside = word.substr(first, word.find_last_not_of(MARKS) - first + 1);
-    return inside.size() < word.size() && inside.size() == 5 && isDigitsAndSolidi(inside) ? inside : std::string_view();
+    return inside.size() == 5 && isDigitsAndSolidi(inside) ? inside : std::string_view();
 }
 
 bool isAnyIdentifier(std::string_view word) {
@@ -85,8 +88,8 @@ bool isAnyIdentifier(std::string_view word) {
 
 // Where a word such as TTAA56001 or 82302TTBB falls apart into MMMM and digits; 0 for any other word.
 std::size_t placeOfGluedIdentifier(std::string_view word) {
-    if (word.size() <= 4) {
-        return 0;
+    if (word.size() <= 4 || (!isLetter(word.front()) && !isLetter(word.back()))) {
+        return 0;  // most words
     }
     if (isAnyIdentifier(word.substr(0, 4)) && isDigitsAndSolidi(word.substr(4))) {
         return 4;
@@ -119,7 +122,7 @@ private:
     }
     bool readWord();
     void endPendingLines(bool beforeLineFeed);
-    void addWord(Word word);
+    void finishWord();
     bool splitFront();
     const Word* peek(std::size_t index);
     Word take();
@@ -129,7 +132,8 @@ private:
     bool isIdentifier();
     bool endsReport() const;
     void openPart();
-    void addGroup(Word word);
+    void takeGroup();
+    void addGroup(Word&& word);
     void dropLastGroup();
     void close(Part& part);
     bool holdsSerialNumber() const;
@@ -147,7 +151,7 @@ private:
     int carriageReturns = 0;  // read, and not yet counted as ends of lines
     bool lineIsEmpty = true;
 
-    std::deque<Word> ahead;  // words read and not yet dealt with
+    std::vector<Word> ahead;  // words read and not yet dealt with, hardly ever more than one
     std::string heading;
     std::uint64_t bulletin = 0;
     bool partIsOpen = false;
@@ -187,9 +191,9 @@ void BulletinReader::Cutter::endPendingLines(bool beforeLineFeed) {
     carriageReturns = 0;
 }
 
-// Reads up to the end of the next word and files it in `ahead`.
+// Reads up to the end of the next word, which is collected in its place in `ahead`.
 bool BulletinReader::Cutter::readWord() {
-    Word word;
+    Word& word = ahead.emplace_back();
     bool inWord = false;
     while (at < filled || fill()) {
         const std::size_t first = at;
@@ -199,7 +203,7 @@ bool BulletinReader::Cutter::readWord() {
             continue;
         }
         if (inWord && meaning != Meaning::WORD) {
-            addWord(std::move(word));  // the byte is looked at again
+            finishWord();  // the byte is looked at again
             return true;
         }
         if (carriageReturns > 0 && meaning != Meaning::CARRIAGE_RETURN) {
@@ -222,7 +226,7 @@ bool BulletinReader::Cutter::readWord() {
             word.text = buffer[first];
             pass(1);
             word.end = position;
-            addWord(std::move(word));
+            finishWord();
             return true;
         }
         std::size_t end = first + 1;
@@ -236,13 +240,18 @@ bool BulletinReader::Cutter::readWord() {
         word.end = position;
     }
     if (inWord) {
-        addWord(std::move(word));
+        finishWord();
+    } else {
+        ahead.pop_back();
     }
     return inWord;
 }
 
-void BulletinReader::Cutter::addWord(Word word) {
+// Keeps the last word of `ahead` if it says something.
+void BulletinReader::Cutter::finishWord() {
+    Word& word = ahead.back();
     if (meaningOf(word.text[0]) == Meaning::WORD && !saysSomething(word.text)) {
+        ahead.pop_back();
         return;
     }
     lineIsEmpty = false;
@@ -251,7 +260,6 @@ void BulletinReader::Cutter::addWord(Word word) {
         word.received = word.text;
         word.text = std::string(inside);
     }
-    ahead.push_back(std::move(word));
 }
 
 // Makes two words of the next one if it is an MMMM and the group beside it, such as TTAA56001 or 82302TTBB.
@@ -282,7 +290,7 @@ const Word* BulletinReader::Cutter::peek(std::size_t index) {
 
 Word BulletinReader::Cutter::take() {
     Word word = std::move(ahead.front());
-    ahead.pop_front();
+    ahead.erase(ahead.begin());
     return word;
 }
 
@@ -342,7 +350,9 @@ void BulletinReader::Cutter::openPart() {
         return;
     }
     partIsOpen = true;
-    open = Part();
+    open.groups.clear();
+    open.marks.clear();
+    open.excess.clear();
     open.source = source;
     open.line = word.line;
     open.offset = word.offset;
@@ -352,7 +362,7 @@ void BulletinReader::Cutter::openPart() {
 }
 
 // Groups past the limit are read and dropped, up to the end of the part.
-void BulletinReader::Cutter::addGroup(Word word) {
+void BulletinReader::Cutter::addGroup(Word&& word) {
     if (!partIsOpen || !open.excess.empty()) {
         return;
     }
@@ -371,6 +381,11 @@ void BulletinReader::Cutter::addGroup(Word word) {
     open.groups.push_back({std::move(word.text), word.offset, word.end});
 }
 
+void BulletinReader::Cutter::takeGroup() {
+    addGroup(std::move(ahead.front()));
+    ahead.erase(ahead.begin());
+}
+
 void BulletinReader::Cutter::dropLastGroup() {
     open.groups.pop_back();
     if (!open.marks.empty() && open.marks.back().groups.first == open.groups.size()) {
@@ -378,9 +393,10 @@ void BulletinReader::Cutter::dropLastGroup() {
     }
 }
 
+// Exchanged, not moved: the next part is collected in the memory of the one before.
 void BulletinReader::Cutter::close(Part& part) {
     partIsOpen = false;
-    part = std::move(open);
+    std::swap(part, open);
 }
 
 // One to four digits that begin a line just before a heading are the serial number of the new bulletin.
@@ -414,7 +430,7 @@ bool BulletinReader::Cutter::next(Part& part) {
         }
         const char first = ahead.front().text[0];
         if (isDigit(first) || first == '/') {  // most words
-            addGroup(take());
+            takeGroup();
             continue;
         }
         if (isEnvelope(first)) {
@@ -451,7 +467,7 @@ bool BulletinReader::Cutter::next(Part& part) {
             }
             openPart();
         } else {
-            addGroup(take());
+            takeGroup();
         }
     }
     if (partIsOpen) {

@@ -295,8 +295,9 @@ std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
 }  // namespace
 
 Refusal decode(Work& work, bool mend, Decoded& decoded) {
-    Attempt attempt = attemptToDecode(work, mend);
-    if (!attempt.isClean() && mend && !work.isPartBOrD()) {
+    const bool mayTryOtherIds = mend && !work.isPartBOrD();
+    Attempt attempt = attemptToDecode(mayTryOtherIds ? work : std::move(work), mend);
+    if (!attempt.isClean() && mayTryOtherIds) {
         bool ambiguous = false;
         std::optional<Attempt> other = attemptWithOtherIds(work, ambiguous);
         // A reading with groups left over stands unless another Id leaves none.

@@ -48,6 +48,7 @@ PartDecoder::PartDecoder(const Work& groups) : work(groups) {
     for (std::size_t i = 0; i < work.size(); ++i) {
         tokenQueue.push_back(work.at(i));
     }
+    found.reserve(work.size() / 2);  // a level has two groups or more
 }
 
 bool PartDecoder::run() {
@@ -283,9 +284,12 @@ void PartDecoder::throwImpossible(const std::string& message, std::size_t where)
 }
 
 std::vector<ReadLevel> PartDecoder::takeLevels() {
-    std::stable_sort(found.begin(), found.end(), [](const ReadLevel& first, const ReadLevel& second) {
+    const auto byKind = [](const ReadLevel& first, const ReadLevel& second) {
         return first.values.type < second.values.type;
-    });
+    };
+    if (!std::is_sorted(found.begin(), found.end(), byKind)) {  // nearly always they are: 3 % of reading bulletins
+        std::stable_sort(found.begin(), found.end(), byKind);
+    }
     return std::move(found);
 }
 

@@ -44,7 +44,8 @@ void joinPieces(Work& work) {
             work.join(place, count);
             work.note("join", pieces + " read as " + work.at(place), place, 1);
         }
-        if (work.at(place) == "61616" || work.at(place) == "62626") {
+        const std::string_view group = work.at(place);
+        if (group == "61616" || group == "62626") {
             return;  // words follow
         }
     }

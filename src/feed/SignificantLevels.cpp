@@ -99,7 +99,7 @@ bool LevelWalk::isHundredHectopascals() const {
 
 // Whether the group where a value should stand opens something else, so that the level is cut short.
 bool LevelWalk::isHalf(std::size_t valuePlace) const {
-    const std::string& value = work.at(valuePlace);
+    const std::string_view value = work.at(valuePlace);
     if (value.empty()) {
         return true;
     }
@@ -168,7 +168,7 @@ Refusal LevelWalk::step() {
     if (isHalf(value)) {
         return work.refuse("The level has no second group.", place);
     }
-    const std::string& second = work.at(value);
+    const std::string_view second = work.at(value);
     const bool fits = hasForm(second, "ddddd") || second == "/////" ||
                       (inSection6 ? hasForm(second, "dd///") || hasForm(second, "//ddd") : hasForm(second, "ddd//"));
     if (!fits) {
@@ -180,7 +180,7 @@ Refusal LevelWalk::step() {
 
 Refusal LevelWalk::walk() {
     while (place < work.size()) {
-        const std::string& group = work.at(place);
+        const std::string_view group = work.at(place);
         if (group == "31313") {
             return {};
         }
@@ -191,9 +191,9 @@ Refusal LevelWalk::walk() {
         }
         if (isOpenerAmongLevels(group)) {
             if (!mend) {
-                return needsMend("The group " + group + " stands where a level is due.");
+                return needsMend("The group " + work.at(place) + " stands where a level is due.");
             }
-            const std::string opener = group;
+            const std::string opener = work.at(place);
             work.insert(place, {"31313", "/////", "8////"});
             work.note("section-7", "wrote 31313 ///// 8//// before " + opener, place, 0);
             return {};
