@@ -108,6 +108,7 @@ TEST(TableNumbers, SixSignificantDigitsAreTheLimit) {
     EXPECT_EQ(appended(999999.0), "999999");
     EXPECT_EQ(appended(999999.5), "1e+06");
     EXPECT_EQ(appended(1000000.0), "1e+06");
+    EXPECT_EQ(appended(std::nextafter(1000000.0, 0.0)), "1e+06");
     EXPECT_EQ(appended(7.2016), "7.2016");
     EXPECT_EQ(appended(-0.00001), "-1e-05");
 }
