@@ -531,7 +531,8 @@ py::tuple stateOf(const SoundingLevel& level) {
         origins.append(py::make_tuple(origin.part, stateOf(origin.groups)));
     }
     return py::make_tuple(level.pressure, level.height, level.heightComputed, level.temperature, level.dewpoint,
-                          level.windSpeed, level.windDirection, level.kinds, level.belowGround, level.doubts, origins);
+                          level.windSpeed, level.windDirection, level.kinds, level.belowGround, level.doubts, origins,
+                          level.maximumWind);
 }
 
 SoundingLevel levelFrom(const py::tuple& state) {
@@ -550,6 +551,7 @@ SoundingLevel levelFrom(const py::tuple& state) {
         const auto values = origin.cast<py::tuple>();
         level.origins.push_back({values[0].cast<std::size_t>(), rangeFrom(values[1])});
     }
+    level.maximumWind = state[11].cast<double>();
     return level;
 }
 

@@ -36,6 +36,9 @@ constexpr std::array<KeptQuantity, 5> QUANTITIES{{
     {Corvane::LF_HEIGHT, &SoundingLevel::height},
 }};
 
+constexpr std::size_t WIND_SPEED = 2;
+static_assert(QUANTITIES[WIND_SPEED].field == Corvane::LF_WSPD);
+
 // The bit of a kind of level; 0 for the remarks of a dropsonde, which are no levels of a sounding.
 unsigned kindBit(Corvane::LEVEL_TYPE type) {
     switch (type) {
@@ -296,11 +299,8 @@ private:
 // knows which one is wrong.
 std::vector<bool> oddUnits(const std::vector<const KeptPart*>& parts) {
     const auto hasWind = [](const KeptPart& part) {
-        return std::any_of(part.levels.begin(), part.levels.end(), [](const KeptLevel& level) {
-            constexpr std::size_t WIND_SPEED = 2;
-            static_assert(QUANTITIES[WIND_SPEED].field == Corvane::LF_WSPD);
-            return !std::isnan(level.quantities[WIND_SPEED]);
-        });
+        return std::any_of(part.levels.begin(), part.levels.end(),
+                           [](const KeptLevel& level) { return !std::isnan(level.quantities[WIND_SPEED]); });
     };
     std::array<std::size_t, 2> count{};
     for (const KeptPart* part : parts) {
@@ -377,6 +377,8 @@ private:
                 }
                 if (kind == SoundingLevel::SURFACE) {
                     surfacePressure = level.pressure;
+                } else if (kind == SoundingLevel::MAXWIND) {
+                    target.level.maximumWind = level.quantities[WIND_SPEED];
                 }
             }
         }

@@ -68,7 +68,7 @@ struct SoundingLevel {
     double pressure = NOT_GIVEN;  ///< hPa; always given and above 0
     /// Geopotential metres: reported, or else computed from temperatures. Between two reported heights of levels above
     /// the ground it follows the hypsometric equation with virtual temperature, scaled so that it meets both. Above the
-    /// last and below the first of them it is integrated from there, as far as temperatures reach. NaN in a sounding
+    /// last and below the first of them it is integrated from there, where there are temperatures. NaN in a sounding
     /// without a reported height.
     double height = NOT_GIVEN;
     bool heightComputed = false;       ///< whether `height` is computed
@@ -76,6 +76,9 @@ struct SoundingLevel {
     double dewpoint = NOT_GIVEN;       ///< degrees Celsius
     double windSpeed = NOT_GIVEN;      ///< m/s
     double windDirection = NOT_GIVEN;  ///< degrees true, the direction from which the wind comes
+    /// The speed of the maximum wind that the parts report at this pressure, m/s. `windSpeed` is that of a standard
+    /// surface or significant level of the same pressure where there is one.
+    double maximumWind = NOT_GIVEN;
     unsigned kinds = 0;                ///< Kind bits
     /// Whether its pressure is above that of the surface: a standard surface whose height the station extrapolated.
     bool belowGround = false;

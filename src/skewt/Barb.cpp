@@ -61,7 +61,7 @@ Barb barb(Point station, double direction, double halves, double length, bool so
 
     const Feathers shown = feathers(halves);
     const double needed =
-        shown.pennants * PENNANT + (shown.pennants > 0 ? SPACING * 0.5 : 0.0) + (shown.full + shown.half) * SPACING;
+        shown.pennants * PENNANT + (shown.pennants > 0 ? SPACING : 0.0) + (shown.full + shown.half) * SPACING;
     const double squeeze = std::min(1.0, LONGEST / std::max(needed, LONGEST));
 
     drawn.strokes.push_back({place(0.0, 0.0), place(1.0, 0.0)});
@@ -72,7 +72,7 @@ Barb barb(Point station, double direction, double halves, double length, bool so
         foot = next;
     }
     if (shown.pennants > 0) {
-        foot -= SPACING * 0.5 * squeeze;
+        foot -= SPACING * squeeze;
     }
     for (int i = 0; i < shown.full; ++i) {
         drawn.strokes.push_back({place(foot, 0.0), place(foot + FEATHER_ALONG, FEATHER_ACROSS)});

@@ -46,7 +46,7 @@ void Picture::curves() {
             }
             const std::string id = attribute("id", curve.prefix + std::to_string(level.index));
             const std::string tip = curve.quantity == Quantity::TEMPERATURE ? levelText(level) : std::string();
-            if (level.doubted) {
+            if (level.temperatureDoubted) {
                 front.circle(at, 0.27 * font,
                              id + " class=\"doubted\" " + attribute("fill", colours.ground) + ' ' +
                                  stroke(curve.colour, 2.0 * hair),
@@ -59,14 +59,15 @@ void Picture::curves() {
     }
 }
 
-// The path of the most unstable parcel, where it becomes buoyant: up to its equilibrium level.
+// The path of the most unstable parcel, if it becomes buoyant: from its level to its equilibrium level or to the
+// highest temperature.
 void Picture::parcel() {
     const ParcelIndices& lifted = indices.mostUnstable;
     if (!(lifted.cape > 0.0) || std::isnan(lifted.lfcPressure)) {
         return;
     }
-    const double top =
-        std::isnan(lifted.elPressure) ? map.topPressure() : std::max(lifted.elPressure, map.topPressure());
+    const double end = std::isnan(lifted.elPressure) ? profile.topOf(&Level::temperature) : lifted.elPressure;
+    const double top = std::max(end, map.topPressure());
     if (top >= lifted.lclPressure) {
         return;
     }
@@ -87,7 +88,7 @@ void Picture::parcel() {
 }
 
 void Picture::heightScale() {
-    const Face face{0.8 * font};
+    const Face face{size(0.8)};
     front.open(attribute("id", "heights") + ' ' + stroke(colours.frame, 1.5 * hair) + ' ' +
                attribute("fill", colours.text));
     bool any = false;
@@ -110,9 +111,12 @@ void Picture::heightScale() {
         }
     }
     front.close();
-    if (any) {
-        front.textWhereFree(picture, {frame.right + 0.5 * font, frame.top - 0.5 * font}, Anchor::START, "km",
-                            {0.8 * font, false, colours.quiet});
+    // Above the topmost of them.
+    for (const double above : {0.5, 0.8, 1.1}) {
+        if (any && front.textWhereFree(picture, {frame.right + 0.5 * font, frame.top - above * font}, Anchor::START,
+                                       "km", {size(0.8), false, colours.quiet})) {
+            break;
+        }
     }
 }
 
@@ -122,7 +126,7 @@ void Picture::mark(double pressure, const std::string& text, std::string_view co
         return;
     }
     const double y = map.y(pressure);
-    const Face face{0.85 * font, false, colour};
+    const Face face{size(0.85), false, colour};
     const std::string line = "fill=\"none\" " + stroke(colour, 2.2 * hair);
     struct Side {
         double edge;
@@ -147,8 +151,11 @@ void Picture::mark(double pressure, const std::string& text, std::string_view co
     front.path({{frame.right, y}, {frame.right - font, y}}, line);
 }
 
-// A bar across the temperature.
+// A bar across the temperature, where that is drawn.
 void Picture::bar(double pressure, std::string_view colour) {
+    if (!profile.isDrawnAt(pressure, Quantity::TEMPERATURE)) {
+        return;
+    }
     const Point at = map.at(pressure, profile.at(pressure, &Level::temperature));
     const double half = 0.8 * font;
     if (frame.grown(-half).contains(at)) {
@@ -166,8 +173,9 @@ void Picture::marks() {
     }
     for (const Level& level : profile.levelsOf(SoundingLevel::MAXWIND)) {
         if (gives(level, Quantity::WIND)) {
-            mark(level.pressure,
-                 "max wind " + fixed(inUnit(level.windSpeed, options.units), 0) + ' ' + unitName(options.units),
+            // A level of the same pressure may give another wind.
+            const double speed = std::isnan(level.maximumWind) ? level.windSpeed : level.maximumWind;
+            mark(level.pressure, "max wind " + fixed(inUnit(speed, options.units), 0) + ' ' + unitName(options.units),
                  colours.hodograph);
         }
     }

@@ -66,9 +66,7 @@ void Picture::isobars() {
     const auto isStandard = [](double pressure) {
         return std::find(STANDARD.begin(), STANDARD.end(), pressure) != STANDARD.end();
     };
-    const Face face{0.95 * font};
-    front.textWhereFree(picture, {frame.left - 0.4 * font, frame.top - 0.5 * font}, Anchor::END, "hPa",
-                        {0.8 * font, false, colours.quiet});
+    const Face face{size(0.95)};
     background.open(attribute("id", "isobars") + ' ' + stroke(colours.isobar, 1.2 * hair));
     for (const double pressure : all) {
         if (pressure > map.bottomPressure() || pressure < map.topPressure()) {
@@ -82,6 +80,13 @@ void Picture::isobars() {
         }
     }
     background.close();
+    // Above the topmost of them.
+    for (const double above : {0.5, 0.8, 1.1}) {
+        if (front.textWhereFree(picture, {frame.left - 0.4 * font, frame.top - above * font}, Anchor::END, "hPa",
+                                {size(0.8), false, colours.quiet})) {
+            break;
+        }
+    }
 }
 
 void Picture::isotherms() {
@@ -103,7 +108,7 @@ void Picture::isotherms() {
     // Where an isotherm meets the lower or the upper edge it is named; every second or fourth one where not all have
     // room.
     front.textWhereFree(picture, {frame.right + 0.4 * font, frame.bottom + 1.25 * font}, Anchor::START,
-                        std::string("\xC2\xB0") + 'C', {0.8 * font, false, colours.quiet});
+                        std::string("\xC2\xB0") + 'C', {size(0.8), false, colours.quiet});
     double named = step;
     while (named * map.pixelsPerDegree() < 3.6 * font) {
         named *= 2.0;
@@ -111,8 +116,8 @@ void Picture::isotherms() {
     all.erase(std::remove_if(all.begin(), all.end(),
                              [named](double temperature) { return std::fmod(temperature, named) != 0.0; }),
               all.end());
-    const Face face{0.95 * font};
-    const Face zero{0.95 * font, true, colours.zero};
+    const Face face{size(0.95)};
+    const Face zero{size(0.95), true, colours.zero};
     for (const double temperature : all) {
         const Line line = lineOf(temperature);
         const Face& fits = temperature == 0.0 ? zero : face;
@@ -177,11 +182,25 @@ void Picture::mixingRatios() {
                          [ratio](double pressure) { return dewpointOfMixingRatio(ratio / 1000.0, pressure); }));
     }
     background.close();
+    // At the upper end of the line, or farther down where something else is there.
+    const double smallest = 0.72 * font;
+    if (smallest < SMALLEST_TEXT) {
+        return;
+    }
+    labels.keepOff(Line{map.at(map.bottomPressure(), 0.0), map.at(map.topPressure(), 0.0)});
+    const Face face{smallest, false, colours.quiet};
     for (const double ratio : RATIOS) {
-        const Point end = map.at(top, dewpointOfMixingRatio(ratio / 1000.0, top));
         const std::string name = fixed(ratio, ratio < 1.0 ? 1 : 0);
-        background.textWhereFree(frame, {end.x, end.y - 0.25 * font}, Anchor::MIDDLE, name,
-                                 {0.72 * font, false, colours.quiet});
+        for (const double down : {0.0, 1.5, 3.0, 4.5, 6.0}) {
+            const double pressure = map.pressure(map.y(top) + down * font);
+            const Point end = map.at(pressure, dewpointOfMixingRatio(ratio / 1000.0, pressure));
+            const Point at{end.x, end.y - 0.25 * font};
+            const Box room = Labels::room(at, Anchor::MIDDLE, name, face).grown(0.2 * font);
+            if (pressure < map.bottomPressure() && frame.contains(room) && labels.isFree(room)) {
+                background.text(at, Anchor::MIDDLE, name, face);
+                break;
+            }
+        }
     }
 }
 

@@ -14,6 +14,7 @@ namespace {
 constexpr double DEPTH = 12000.0;       // metres
 constexpr double TOP_PRESSURE = 200.0;  // hPa
 constexpr double MOST_RINGS = 4.0;
+constexpr double CLOSEST = 0.03;  // winds that differ less, in parts of the radius, are one point of the line
 constexpr double RADIAN = 3.14159265358979323846 / 180.0;
 
 // The end of a wind vector, in the unit of the picture; y to the north.
@@ -101,10 +102,22 @@ Hodograph hodograph(const Profile& profile, SkewTOptions::WindUnit unit, Point c
         if (run.size() > 1) {
             Line line;
             for (const End& end : run) {
-                line.push_back(at(end.wind));
+                const Point next = at(end.wind);
+                const bool isClose =
+                    !line.empty() && std::hypot(next.x - line.back().x, next.y - line.back().y) < CLOSEST * radius;
+                if (!isClose) {
+                    line.push_back(next);
+                } else if (&end == &run.back() && line.size() > 1) {
+                    line.back() = next;
+                }
             }
-            drawn.lines.push_back(std::move(line));
+            if (line.size() > 1) {
+                drawn.lines.push_back(std::move(line));
+            }
         }
+    }
+    if (profile.beginsAloft()) {
+        return drawn;
     }
     for (const int kilometres : HEIGHTS) {
         for (const std::vector<End>& run : runs) {

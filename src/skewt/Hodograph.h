@@ -24,7 +24,7 @@ struct Hodograph {
     int rings = 0;
     double pixelsPerUnit = 0.0;  // of speed
     std::vector<Line> lines;     // with gaps where winds are missing
-    std::vector<Mark> marks;     // 0, 1, 3, 6, 9 and 12 km
+    std::vector<Mark> marks;     // 0, 1, 3, 6, 9 and 12 km; none where the ground is far below
 };
 
 // The hodograph of the lowest 12 km above the ground; without heights, of the winds up to 200 hPa.

@@ -20,6 +20,11 @@ std::string levelText(double height, double pressure) {
     return std::isnan(height) ? indexText(pressure, 0, "hPa") : indexText(height, 0, "m");
 }
 
+// A parcel is lifted to 500 hPa, not taken down to it.
+double liftedIndexOf(const ParcelIndices& parcel) {
+    return parcel.pressure >= 500.0 ? parcel.liftedIndex : ParcelIndices::NONE;
+}
+
 }  // namespace
 
 std::string indexText(double value, int decimals, const std::string& unit) {
@@ -41,7 +46,7 @@ std::vector<ParcelRow> parcelRows(const Indices& indices) {
             row("EL, hPa", a.elPressure, b.elPressure, 0),
             row("CAPE, J/kg", a.cape, b.cape, 0),
             row("CIN, J/kg", a.cin, b.cin, 0),
-            row("Lifted index, K", a.liftedIndex, b.liftedIndex, 1)};
+            row("Lifted index, K", liftedIndexOf(a), liftedIndexOf(b), 1)};
 }
 
 std::vector<IndexRow> indexRows(const Indices& indices, SkewTOptions::WindUnit unit) {

@@ -11,11 +11,15 @@
 #include <corvane/Indices.h>
 #include <corvane/SkewT.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
 
 namespace corvane::skewt {
+
+// The smallest text that is read without effort on a screen, pixels.
+constexpr double SMALLEST_TEXT = 7.5;
 
 class Picture {
 public:
@@ -59,7 +63,10 @@ private:
     // Also on an edge, where the rounding of a logarithm may put a level on the far side.
     bool isInFrame(Point at) const { return frame.grown(0.01).contains(at); }
 
-    std::string titleText() const;
+    // The size of a text, a multiple of the usual one, but legible.
+    double size(double multiple) const { return std::max(multiple * font, SMALLEST_TEXT); }
+
+    std::string titleText(double room) const;
     std::string placeText() const;
     std::string mendedText() const;
     std::string levelText(const Level& level) const;
@@ -77,9 +84,10 @@ private:
     double staff;  // length of a barb
 
     Box picture;
-    Box frame;
-    Box column;  // of the barbs
-    Box panel;   // table and hodograph
+    Box content;  // the picture without its margins
+    Box frame;    // of the diagram
+    Box column;   // of the barbs
+    Box panel;    // table and hodograph
     Geometry map;
 
     Drawing result;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string>
 #include <utility>
 
 namespace corvane::skewt {
@@ -55,13 +57,19 @@ Profile::Profile(const Sounding& sounding) {
         if (std::isnan(level.windSpeed) || std::isnan(level.windDirection)) {
             level.windSpeed = level.windDirection = NONE;
         }
+        level.maximumWind = within(from.maximumWind, 0.0, 1000.0);
         level.kinds = from.kinds;
-        level.doubted = !from.doubts.empty();
+        for (const std::string& doubt : from.doubts) {
+            // The other checks compare temperatures and heights.
+            (doubt == "unit" ? level.windDoubted : level.temperatureDoubted) = true;
+        }
         drawn.push_back(level);
         if (level.is(SoundingLevel::SURFACE) && std::isnan(ground)) {
             ground = level.pressure;
         }
     }
+    aloft =
+        std::isnan(ground) && !sounding.letters.empty() && sounding.letters.find_first_of("AB") == std::string::npos;
     std::stable_sort(drawn.begin(), drawn.end(),
                      [](const Level& a, const Level& b) { return a.pressure > b.pressure; });
     findMissing(sounding);
@@ -74,43 +82,53 @@ Profile::Profile(const Sounding& sounding) {
     }
 }
 
-// The feed takes out a level of missing data as the mend "gap"; the levels before and after it in the same part bound
-// the layer.
+// The feed takes out a level of missing data as the mend "gap"; the levels before and after it in the same section
+// bound the layer. Section 5 gives temperatures and section 6 winds, both by falling pressure: section 6 begins where
+// the pressure does not fall.
 void Profile::findMissing(const Sounding& sounding) {
+    struct Place {
+        std::size_t group;
+        double pressure;
+        bool inSection6;
+    };
     for (std::size_t part = 0; part < sounding.parts.size(); ++part) {
-        for (const Mend& mend : sounding.parts[part].mends) {
-            if (mend.name != "gap") {
-                continue;
-            }
-            const SoundingLevel* before = nullptr;
-            const SoundingLevel* after = nullptr;
-            std::size_t last = 0;   // group of the level before
-            std::size_t first = 0;  // group of the level after
-            for (const SoundingLevel& level : sounding.levels) {
-                for (const SoundingLevel::Origin& origin : level.origins) {
-                    const std::size_t group = origin.groups.first;
-                    if (origin.part != part) {
-                        continue;
-                    }
-                    if (group < mend.groups.first && (before == nullptr || group > last)) {
-                        before = &level;
-                        last = group;
-                    } else if (group >= mend.groups.first && (after == nullptr || group < first)) {
-                        after = &level;
-                        first = group;
-                    }
+        const std::vector<Mend>& mends = sounding.parts[part].mends;
+        const auto isGap = [](const Mend& mend) { return mend.name == "gap"; };
+        if (std::none_of(mends.begin(), mends.end(), isGap)) {
+            continue;
+        }
+        std::vector<Place> places;
+        for (const SoundingLevel& level : sounding.levels) {
+            for (const SoundingLevel::Origin& origin : level.origins) {
+                if (origin.part == part) {
+                    places.push_back({origin.groups.first, level.pressure, false});
                 }
             }
-            if (before != nullptr && after != nullptr && before->pressure > after->pressure) {
-                missing.push_back({before->pressure, after->pressure});
+        }
+        std::stable_sort(places.begin(), places.end(),
+                         [](const Place& one, const Place& other) { return one.group < other.group; });
+        for (std::size_t i = 1; i < places.size(); ++i) {
+            places[i].inSection6 = places[i - 1].inSection6 || places[i].pressure >= places[i - 1].pressure;
+        }
+        for (const Mend& mend : mends) {
+            const auto after = std::find_if(places.begin(), places.end(),
+                                            [&](const Place& place) { return place.group >= mend.groups.first; });
+            if (!isGap(mend) || after == places.begin() || after == places.end()) {
+                continue;
+            }
+            const Place& before = *std::prev(after);
+            if (before.pressure > after->pressure) {
+                missing.push_back({before.pressure, after->pressure, after->inSection6});
             }
         }
     }
 }
 
-bool Profile::isMissing(const Level& lower, const Level& upper) const {
+// A level inside the layer that does give the quantity shows that it is not all missing: the line goes through it.
+bool Profile::isMissing(const Level& lower, const Level& upper, Quantity quantity) const {
     return std::any_of(missing.begin(), missing.end(), [&](const Missing& layer) {
-        return layer.lower > upper.pressure && layer.upper < lower.pressure;
+        return layer.ofWind == (quantity == Quantity::WIND) && layer.lower <= lower.pressure &&
+               layer.upper >= upper.pressure;
     });
 }
 
@@ -133,13 +151,20 @@ std::vector<std::vector<Level>> Profile::runs(Quantity quantity) const {
             gap = gap || isExpected(level, quantity);
             continue;
         }
-        if (gap || isMissing(runs.back().back(), level)) {
+        if (gap || isMissing(runs.back().back(), level, quantity)) {
             runs.emplace_back();
         }
         runs.back().push_back(level);
         gap = false;
     }
     return runs;
+}
+
+bool Profile::isDrawnAt(double pressure, Quantity quantity) const {
+    const std::vector<std::vector<Level>> all = runs(quantity);
+    return std::any_of(all.begin(), all.end(), [pressure](const std::vector<Level>& run) {
+        return run.front().pressure >= pressure && run.back().pressure <= pressure;
+    });
 }
 
 double Profile::at(double pressure, double Level::*quantity) const {
@@ -161,6 +186,12 @@ double Profile::at(double pressure, double Level::*quantity) const {
         below = &level;
     }
     return NONE;
+}
+
+double Profile::topOf(double Level::*quantity) const {
+    const auto found = std::find_if(drawn.rbegin(), drawn.rend(),
+                                    [quantity](const Level& level) { return !std::isnan(level.*quantity); });
+    return found == drawn.rend() ? NONE : found->pressure;
 }
 
 double Profile::pressureAt(double height) const {

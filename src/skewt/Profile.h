@@ -18,8 +18,10 @@ struct Level {
     double dewpoint = SoundingLevel::NOT_GIVEN;
     double windSpeed = SoundingLevel::NOT_GIVEN;  // m/s, given together with the direction or not at all
     double windDirection = SoundingLevel::NOT_GIVEN;
+    double maximumWind = SoundingLevel::NOT_GIVEN;  // m/s
     unsigned kinds = 0;
-    bool doubted = false;
+    bool temperatureDoubted = false;  // with the dew point and the height
+    bool windDoubted = false;
 
     bool is(SoundingLevel::Kind kind) const { return (kinds & kind) != 0; }
 };
@@ -40,14 +42,24 @@ public:
 
     // The levels that a line joins: one run for each stretch without a gap. Between adjacent levels that give the
     // quantity the code form takes it for linear. There is a gap where a level between them should give it and does
-    // not, and where the report says that data is missing.
+    // not, and where the report says that it is missing.
     std::vector<std::vector<Level>> runs(Quantity quantity) const;
+
+    // Whether a line is drawn at a pressure.
+    bool isDrawnAt(double pressure, Quantity quantity) const;
 
     // Pressure of the ground, hPa; NaN where the sounding has no surface level.
     double groundPressure() const { return ground; }
 
+    // Whether it begins aloft: it has no surface, and only parts C and D, which begin above 100 hPa. Nothing in it is
+    // near the ground then.
+    bool beginsAloft() const { return aloft; }
+
     // A quantity at a pressure, linear in ln p between the levels that give it; NaN outside them.
     double at(double pressure, double Level::*quantity) const;
+
+    // The pressure of the highest level that gives a quantity; NaN without one.
+    double topOf(double Level::*quantity) const;
 
     // The pressure at a height, the inverse of at().
     double pressureAt(double height) const;
@@ -57,14 +69,16 @@ private:
     struct Missing {
         double lower;  // pressures, hPa
         double upper;
+        bool ofWind;  // in section 6; otherwise of temperature and dew point, in section 5
     };
 
     void findMissing(const Sounding& sounding);
-    bool isMissing(const Level& lower, const Level& upper) const;
+    bool isMissing(const Level& lower, const Level& upper, Quantity quantity) const;
 
     std::vector<Level> drawn;
     std::vector<Missing> missing;
     double ground = SoundingLevel::NOT_GIVEN;
+    bool aloft = false;
 };
 
 // Whether a level gives a quantity.

@@ -69,9 +69,34 @@ std::optional<Span> span(const Profile& profile, const Geometry& geometry, bool 
     return found;
 }
 
+// The temperatures of a diagram in a frame: as many degrees as usual, or up to `widest` times as many to hold the
+// profile.
+std::optional<Geometry> fitting(const Box& frame, double bottom, double top, const Profile& profile, bool withDewpoints,
+                                double widest) {
+    const double usual =
+        DEGREES_HIGH * frame.width() / frame.height() * std::log(bottom / top) / std::log(USUAL_BOTTOM / USUAL_TOP);
+    const double step = usual < 35.0 ? 5.0 : 10.0;
+    const double least = std::max(step * 2.0, std::round(usual / step) * step);
+    constexpr double MARGIN = 0.025;  // of the range, on either side
+    for (int wider = 0; wider * step <= (widest - 1.0) * least; ++wider) {
+        const double range = least + wider * step;
+        const double middle = -roundedDown(range / 2.0, step);
+        const auto found = span(profile, Geometry(frame, bottom, top, 0.0, range), withDewpoints);
+        if (!found) {
+            return Geometry(frame, bottom, top, middle, range);
+        }
+        const double lowest = roundedUp(found->most - (1.0 - MARGIN) * range, step);
+        const double highest = roundedDown(found->least - MARGIN * range, step);
+        if (lowest <= highest) {
+            return Geometry(frame, bottom, top, std::clamp(middle, lowest, highest), range);
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
-Geometry scales(const Box& frame, const Profile& profile, const SkewTOptions& options) {
+Geometry scales(const Box& room, const Profile& profile, const SkewTOptions& options) {
     const Pressures data = pressures(profile);
     double bottom = USUAL_BOTTOM;
     if (data.highest > USUAL_BOTTOM - 5.0) {
@@ -89,27 +114,30 @@ Geometry scales(const Box& frame, const Profile& profile, const SkewTOptions& op
     }
     top = std::clamp(top, 1.0, 0.8 * bottom);
 
-    const double usual =
-        DEGREES_HIGH * frame.width() / frame.height() * std::log(bottom / top) / std::log(USUAL_BOTTOM / USUAL_TOP);
-    const double step = usual < 35.0 ? 5.0 : 10.0;
-    const double least = std::max(step * 2.0, std::round(usual / step) * step);
-    constexpr double MARGIN = 0.025;  // of the range, on either side
+    // In a high frame an isotherm leaves the diagram before it reaches the top: no range of temperatures holds both the
+    // stratosphere and the ground. There the frame is made lower before the range is made much wider.
+    constexpr double HIGHEST = 1.15;  // in parts of the width
+    constexpr double LOWEST = 0.92;   // that of the usual picture
+    constexpr double STEP = 0.97;
+    const auto ofHeight = [&room](double high) {
+        const double less = std::max(0.0, room.height() - high) / 2.0;
+        return Box{room.left, room.top + less, room.right, room.bottom - less};
+    };
     for (const bool withDewpoints : {true, false}) {
-        for (int wider = 0; wider * step <= least; ++wider) {
-            const double range = least + wider * step;
-            const auto found = span(profile, Geometry(frame, bottom, top, 0.0, range), withDewpoints);
-            if (!found) {
-                break;
-            }
-            const double lowest = roundedUp(found->most - (1.0 - MARGIN) * range, step);
-            const double highest = roundedDown(found->least - MARGIN * range, step);
-            if (lowest <= highest) {
-                const double corner = std::clamp(-roundedDown(range / 2.0, step), lowest, highest);
-                return {frame, bottom, top, corner, range};
+        for (const double widest : {1.25, 2.0}) {
+            double high = std::min(room.height(), HIGHEST * room.width());
+            for (bool last = false; !last; high *= STEP) {
+                if (const auto found = fitting(ofHeight(high), bottom, top, profile, withDewpoints, widest)) {
+                    return *found;
+                }
+                last = high <= LOWEST * room.width();
             }
         }
     }
-    return {frame, bottom, top, -roundedDown(least / 2.0, step), least};
+    // No atmosphere: what fits the frame is drawn.
+    const Box frame = ofHeight(LOWEST * room.width());
+    const double range = roundedUp(DEGREES_HIGH * frame.width() / frame.height(), 10.0);
+    return {frame, bottom, top, -roundedDown(range / 2.0, 10.0), range};
 }
 
 }  // namespace corvane::skewt

@@ -42,15 +42,20 @@ std::string Picture::levelText(const Level& level) const {
     return text;
 }
 
-std::string Picture::titleText() const {
-    std::string text = formName(sounding.form);
-    text = text.empty() ? "Sounding" : text;
-    if (!sounding.station.empty()) {
-        text += ' ' + sounding.station;
-    } else if (sounding.latitude && sounding.longitude) {
-        text += ' ' + degrees(*sounding.latitude, "N", "S") + ' ' + degrees(*sounding.longitude, "E", "W");
+// @param room what the text may take, in characters of size 1: a longer name of the station is shortened.
+std::string Picture::titleText(double room) const {
+    std::string before = formName(sounding.form);
+    before = (before.empty() ? "Sounding" : before) + ' ';
+    const std::string after = ", day " + std::to_string(sounding.day) + ", " + twoDigits(sounding.hour) + " UTC";
+    std::string where = sounding.station;
+    if (where.empty() && sounding.latitude && sounding.longitude) {
+        where = degrees(*sounding.latitude, "N", "S") + ' ' + degrees(*sounding.longitude, "E", "W");
     }
-    return text + ", day " + std::to_string(sounding.day) + ", " + twoDigits(sounding.hour) + " UTC";
+    if (where.empty()) {
+        before.pop_back();
+    }
+    const double left = room - textWidth(before + after, true);
+    return fitted(before + fitted(where, left, true) + after, room, true);
 }
 
 std::string Picture::placeText() const {
@@ -71,7 +76,7 @@ std::string Picture::placeText() const {
         }
         parts.push_back(text);
     }
-    parts.push_back(std::to_string(profile.levels().size()) + (profile.levels().size() == 1 ? " level" : " levels"));
+    parts.push_back(std::to_string(sounding.levels.size()) + (sounding.levels.size() == 1 ? " level" : " levels"));
     std::string text;
     for (const std::string& part : parts) {
         text += (text.empty() ? "" : DOT) + part;
@@ -80,11 +85,11 @@ std::string Picture::placeText() const {
 }
 
 void Picture::title() {
-    const double room = column.left - panel.left;
-    front.text({panel.left, panel.left + 1.2 * font}, Anchor::START, fitted(titleText(), room / (1.5 * font), true),
+    const double room = column.left - content.left;
+    front.text({content.left, content.top + 1.2 * font}, Anchor::START, titleText(room / (1.5 * font)),
                {1.5 * font, true, {}});
-    front.text({panel.left, panel.left + 2.8 * font}, Anchor::START, fitted(placeText(), room / (0.95 * font)),
-               {0.95 * font, false, colours.quiet});
+    front.text({content.left, content.top + 2.8 * font}, Anchor::START, fitted(placeText(), room / size(0.95)),
+               {size(0.95), false, colours.quiet});
 }
 
 std::string Picture::mendedText() const {
@@ -132,9 +137,9 @@ std::string Picture::mendedText() const {
 void Picture::mended() {
     const std::string text = mendedText();
     if (!text.empty()) {
-        const double size = 0.85 * font;
+        const double high = size(0.85);
         front.text({panel.left, frame.bottom + 2.65 * font}, Anchor::START,
-                   fitted(text, (column.left - panel.left) / size), {size, false, colours.quiet},
+                   fitted(text, (column.left - panel.left) / high), {high, false, colours.quiet},
                    attribute("id", "mended"));
     }
 }
@@ -142,6 +147,8 @@ void Picture::mended() {
 void Picture::table() {
     const std::vector<ParcelRow> parcels = parcelRows(indices);
     const std::vector<IndexRow> single = indexRows(indices, options.units);
+    // Without a surface level nobody knows whether the lowest level is at the ground.
+    const char* const lowest = std::isnan(profile.groundPressure()) && !profile.beginsAloft() ? "lowest" : "surface";
     const auto widest = [](const auto& rows, auto member, const char* header) {
         double columnWidth = textWidth(header, true);
         for (const auto& row : rows) {
@@ -149,9 +156,9 @@ void Picture::table() {
         }
         return columnWidth;
     };
-    constexpr double GAP = 1.0;
+    constexpr double GAP = 0.6;
     const double name = widest(parcels, &ParcelRow::name, "");
-    const double surface = widest(parcels, &ParcelRow::surface, "surface");
+    const double surface = widest(parcels, &ParcelRow::surface, lowest);
     double unstable = widest(parcels, &ParcelRow::mostUnstable, "unstable");
     const double index = widest(single, &IndexRow::name, "");
     const double value = widest(single, &IndexRow::value, "");
@@ -160,23 +167,23 @@ void Picture::table() {
     const double longer = std::max(unstable, textWidth("most unstable", true));
     const bool wide = needed(longer) <= room;
     unstable = wide ? longer : unstable;
-    const double size = font * std::min(1.0, room / needed(unstable));
-    const double gap = GAP + std::min(2.0, (room * font / size - needed(unstable)) / 5.0);
+    const double textSize = font * std::min(1.0, room / needed(unstable));
+    const double gap = GAP + std::min(2.0, (room * font / textSize - needed(unstable)) / 5.0);
 
     const double row = panel.height() / 9.0;
     const auto baseline = [&](std::size_t i) { return panel.top + (static_cast<double>(i) + 0.7) * row; };
-    const Face face{size};
-    const Face quiet{size, false, colours.quiet};
-    const Face bold{size, true, {}};
+    const Face face{textSize};
+    const Face quiet{textSize, false, colours.quiet};
+    const Face bold{textSize, true, {}};
     const double nameLeft = panel.left;
-    const double surfaceRight = nameLeft + (name + gap + surface) * size;
-    const double unstableRight = surfaceRight + (gap + unstable) * size;
-    const double indexLeft = unstableRight + 2.0 * gap * size;
-    const double valueRight = indexLeft + (index + gap + value) * size;
+    const double surfaceRight = nameLeft + (name + gap + surface) * textSize;
+    const double unstableRight = surfaceRight + (gap + unstable) * textSize;
+    const double indexLeft = unstableRight + 2.0 * gap * textSize;
+    const double valueRight = indexLeft + (index + gap + value) * textSize;
 
     front.open(attribute("id", "indices"));
     front.text({nameLeft, baseline(0)}, Anchor::START, "Parcel", bold);
-    front.text({surfaceRight, baseline(0)}, Anchor::END, "surface", bold);
+    front.text({surfaceRight, baseline(0)}, Anchor::END, lowest, bold);
     front.text({unstableRight, baseline(0)}, Anchor::END, wide ? "most unstable" : "unstable", bold);
     for (std::size_t i = 0; i < parcels.size(); ++i) {
         front.text({nameLeft, baseline(i + 1)}, Anchor::START, parcels[i].name, quiet);
@@ -192,8 +199,9 @@ void Picture::table() {
                             ? ""
                             : "Heights above ground. ";
     notes += parcelDrawn ? "Dashed: most unstable." : "";
-    if (!notes.empty()) {
-        front.text({indexLeft, baseline(8)}, Anchor::START, notes, {0.72 * size, false, colours.quiet});
+    const double note = 0.72 * textSize;
+    if (!notes.empty() && note >= SMALLEST_TEXT) {
+        front.text({indexLeft, baseline(8)}, Anchor::START, notes, {note, false, colours.quiet});
     }
     front.close();
 }

@@ -8,10 +8,18 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <string>
 #include <utility>
 #include <vector>
 
 namespace corvane::skewt {
+
+namespace {
+
+constexpr double PI = 3.14159265358979323846;
+
+}  // namespace
 
 void Picture::barbs() {
     const bool south = southern(sounding);
@@ -52,7 +60,7 @@ void Picture::barbs() {
     }
     for (const double y : {frame.top - 0.5 * font, column.top - 0.4 * font}) {
         if (front.textWhereFree(picture, {axis, y}, Anchor::MIDDLE, unitName(options.units),
-                                {0.8 * font, false, colours.quiet})) {
+                                {size(0.8), false, colours.quiet})) {
             break;
         }
     }
@@ -60,12 +68,12 @@ void Picture::barbs() {
     front.segment({axis, frame.top}, {axis, frame.bottom}, stroke(colours.isobar, hair));
     for (const Drawn& drawn : chosen) {
         std::string attributes = attribute("id", "wind-" + std::to_string(drawn.level->index));
-        if (drawn.level->doubted) {
+        if (drawn.level->windDoubted) {
             attributes += " class=\"doubted\" " + attribute("fill", colours.ground);
         }
         if (drawn.barb.calm) {
             front.circle(drawn.barb.station, drawn.barb.ring,
-                         attributes + (drawn.level->doubted ? "" : " fill=\"none\""));
+                         attributes + (drawn.level->windDoubted ? "" : " fill=\"none\""));
             continue;
         }
         front.open(attributes);
@@ -73,14 +81,14 @@ void Picture::barbs() {
         for (const Line& pennant : drawn.barb.pennants) {
             front.polygon(pennant);
         }
-        front.circle(drawn.barb.station, drawn.level->doubted ? 0.2 * font : 1.8 * hair);
+        front.circle(drawn.barb.station, drawn.level->windDoubted ? 0.2 * font : 1.8 * hair);
         front.close();
     }
     front.close();
 }
 
 void Picture::winds() {
-    const double side = panel.height();
+    const double side = std::min(panel.height(), 0.26 * content.width());
     const Box box{panel.right - side, panel.top, panel.right, panel.bottom};
     const Point centre{(box.left + box.right) / 2.0, (box.top + box.bottom) / 2.0};
     const Hodograph drawn = hodograph(profile, options.units, centre, side / 2.0 - 0.3 * font);
@@ -105,34 +113,64 @@ void Picture::winds() {
     front.close();
     front.close();
 
-    // The heights beside their marks, clear of the line where that is possible.
-    static constexpr std::array<Point, 8> BESIDE{
-        {{0.75, 0.25}, {-0.75, 0.25}, {0.0, -0.5}, {0.0, 1.0}, {0.6, -0.4}, {-0.6, -0.4}, {0.6, 0.9}, {-0.6, 0.9}}};
-    const Face kilometres{0.72 * font, true, colours.hodograph};
-    const Face small{0.72 * font, false, colours.quiet};
+    const Face kilometres{size(0.72), true, colours.hodograph};
+    const Face small{size(0.72), false, colours.quiet};
     front.textWhereFree(box, {box.left + 0.3 * font, box.top + 0.85 * font}, Anchor::START, unitName(options.units),
                         small);
-    front.textWhereFree(box, {box.right - 0.3 * font, box.bottom - 0.35 * font}, Anchor::END, "km", kilometres);
+    if (!drawn.marks.empty()) {
+        front.textWhereFree(box, {box.right - 0.3 * font, box.bottom - 0.35 * font}, Anchor::END, "km", kilometres);
+    }
     for (const Line& line : drawn.lines) {
         labels.keepOff(line);
     }
-    for (const Hodograph::Mark& each : drawn.marks) {
-        const auto isPlaced = [&](Clear clear) {
-            return std::any_of(BESIDE.begin(), BESIDE.end(), [&](const Point& aside) {
-                return front.textWhereFree(box, {each.at.x + aside.x * font, each.at.y + aside.y * font},
-                                           Anchor::MIDDLE, std::to_string(each.kilometres), kilometres, clear);
-            });
-        };
-        if (!isPlaced(Clear::OF_EVERYTHING)) {
-            isPlaced(Clear::OF_BOXES);
+
+    // The speeds of the rings along one half of an axis, on the side where the line leaves most of them free.
+    struct Side {
+        Point along;
+        Point aside;
+        Anchor anchor;
+    };
+    static constexpr std::array<Side, 8> SIDES{{{{0.0, 1.0}, {0.2, -0.25}, Anchor::START},
+                                                {{0.0, 1.0}, {-0.2, -0.25}, Anchor::END},
+                                                {{0.0, -1.0}, {0.2, 0.85}, Anchor::START},
+                                                {{0.0, -1.0}, {-0.2, 0.85}, Anchor::END},
+                                                {{-1.0, 0.0}, {0.2, -0.25}, Anchor::START},
+                                                {{-1.0, 0.0}, {0.2, 0.85}, Anchor::START},
+                                                {{1.0, 0.0}, {-0.2, -0.25}, Anchor::END},
+                                                {{1.0, 0.0}, {-0.2, 0.85}, Anchor::END}}};
+    const auto nameAt = [&](const Side& place, int ring) {
+        return Point{centre.x + place.along.x * radius(ring) + place.aside.x * font,
+                     centre.y + place.along.y * radius(ring) + place.aside.y * font};
+    };
+    const auto nameOf = [&](int ring) { return fixed(ring * drawn.ringSpeed, 0); };
+    const auto covered = [&](const Side& place) {
+        int count = 0;
+        for (int ring = 1; ring <= drawn.rings; ++ring) {
+            count += labels.isFree(Labels::room(nameAt(place, ring), place.anchor, nameOf(ring), small)) ? 0 : 1;
         }
+        return count;
+    };
+    const Side& best = *std::min_element(
+        SIDES.begin(), SIDES.end(), [&](const Side& one, const Side& other) { return covered(one) < covered(other); });
+    for (int ring = 1; ring <= drawn.rings; ++ring) {
+        const Point at = nameAt(best, ring);
+        front.rectangle(Labels::room(at, best.anchor, nameOf(ring), small),
+                        attribute("fill", colours.ground) + " fill-opacity=\"0.75\"");
+        front.text(at, best.anchor, nameOf(ring), small);
     }
-    for (int ring = drawn.rings; ring >= 1; --ring) {
-        const std::string name = fixed(ring * drawn.ringSpeed, 0);
-        if (!front.textWhereFree(box, {centre.x + 0.2 * font, centre.y + radius(ring) - 0.25 * font}, Anchor::START,
-                                 name, small)) {
-            front.textWhereFree(box, {centre.x + 0.2 * font, centre.y - radius(ring) + 0.85 * font}, Anchor::START,
-                                name, small);
+
+    // The heights beside their marks, where the line leaves them room.
+    constexpr int DIRECTIONS = 16;
+    for (const Hodograph::Mark& each : drawn.marks) {
+        const std::string name = std::to_string(each.kilometres);
+        const auto isPlaced = [&](int candidate) {
+            const double angle = 2.0 * PI * candidate / DIRECTIONS;
+            const double away = (0.75 + 0.3 * (candidate / DIRECTIONS)) * font;
+            const Point at{each.at.x + away * std::cos(angle),
+                           each.at.y + away * std::sin(angle) + 0.27 * kilometres.size};
+            return front.textWhereFree(box, at, Anchor::MIDDLE, name, kilometres);
+        };
+        for (int candidate = 0; candidate < 3 * DIRECTIONS && !isPlaced(candidate); ++candidate) {
         }
     }
 }

@@ -13,6 +13,7 @@
 #include "support/SvgReader.h"
 
 #include <corvane/Feed.h>
+#include <corvane/Indices.h>
 #include <corvane/SkewT.h>
 #include <corvane/Sounding.h>
 #include <corvane/Thermodynamics.h>
@@ -328,6 +329,35 @@ TEST(SkewTGeometry, EveryTemperatureOfTheSamplesIsInTheFrame) {
     EXPECT_GT(counted, 2000U);
 }
 
+TEST(SkewTGeometry, EveryTemperatureIsInAPictureOfAnyShape) {
+    const std::array<std::pair<int, int>, 8> shapes{
+        {{400, 2000}, {400, 700}, {1000, 1600}, {1000, 1800}, {600, 1400}, {3000, 440}, {10000, 440}, {1600, 900}}};
+    for (const char* name : {"temp-camborne-2026.txt", "temp-bet-dagan-2026.txt", "temp-south-pole-2026.txt",
+                             "temp-marion-island.txt", "drop-maria-2017.txt"}) {
+        const Sounding sounding = sample(name);
+        for (const auto& [width, height] : shapes) {
+            SCOPED_TRACE(std::string(name) + ' ' + std::to_string(width) + 'x' + std::to_string(height));
+            SkewTOptions options;
+            options.width = width;
+            options.height = height;
+            const skewt::Drawing drawing = skewt::draw(sounding, options);
+            const skewt::Geometry& map = drawing.geometry;
+            for (const SoundingLevel& drawn : sounding.levels) {
+                for (const double temperature : {drawn.temperature, drawn.dewpoint}) {
+                    if (!drawn.belowGround && drawn.pressure >= map.topPressure() && !std::isnan(temperature)) {
+                        EXPECT_TRUE(map.frame().grown(0.01).contains(map.at(drawn.pressure, temperature)))
+                            << drawn.pressure << ' ' << temperature;
+                    }
+                }
+            }
+            // And it is still a picture of the atmosphere.
+            EXPECT_LE(map.cornerTemperature() + map.range(), 80.0);
+            EXPECT_GE(map.cornerTemperature(), -100.0);
+            EXPECT_GE(SvgDocument(drawing.svg).in("dry-adiabats", "path").size(), 8U);
+        }
+    }
+}
+
 // ---- the lines behind the sounding ----------------------------------------------------------------------------------
 
 // Calls a function with pressure and temperature of every point of every line in a group.
@@ -379,6 +409,51 @@ TEST(SkewTGrid, QuantitiesAreConstantAlongTheirLines) {
                      }),
               0.1);
     EXPECT_DOUBLE_EQ(spread("isobars", [](double p, double) { return std::round(p / 25.0); }), 0.0);
+}
+
+TEST(SkewTGrid, TopmostIsobarIsNamed) {
+    for (const SkewTOptions& options : manyOptions()) {
+        for (const char* name : {"temp-bet-dagan-2026.txt", "temp-camborne-2026.txt"}) {
+            SCOPED_TRACE(label(sample(name), options));
+            const skewt::Drawing drawing = skewt::draw(sample(name), options);
+            const skewt::Box& frame = drawing.geometry.frame();
+            const auto isThere = [&](const std::string& text, double y) {
+                return std::any_of(drawing.labels.begin(), drawing.labels.end(), [&](const skewt::Label& one) {
+                    return one.text == text && one.box.right < frame.left && one.box.top < y && one.box.bottom > y;
+                });
+            };
+            const std::string top = skewt::fixed(drawing.geometry.topPressure(), 0);
+            EXPECT_TRUE(isThere(top, frame.top)) << top;
+            EXPECT_TRUE(std::any_of(drawing.labels.begin(), drawing.labels.end(),
+                                    [](const skewt::Label& one) { return one.text == "hPa"; }));
+        }
+    }
+}
+
+TEST(SkewTGrid, MixingRatiosAreNamedOffTheLineOfZeroAndTheFreezingLevel) {
+    const std::vector<std::string> ratios{"0.2", "0.5", "1", "2", "4", "7", "10", "15", "22", "30"};
+    std::size_t named = 0;
+    for (const Sounding& sounding : samples()) {
+        const skewt::Drawing drawing = skewt::draw(sounding, {});
+        const SvgDocument svg(drawing.svg);
+        const skewt::Geometry& map = drawing.geometry;
+        for (const skewt::Label& one : drawing.labels) {
+            if (std::find(ratios.begin(), ratios.end(), one.text) == ratios.end() || !map.frame().contains(one.box)) {
+                continue;
+            }
+            ++named;
+            skewt::Point from = map.at(map.bottomPressure(), 0.0);
+            skewt::Point to = map.at(map.topPressure(), 0.0);
+            EXPECT_FALSE(skewt::clip(one.box, from, to)) << sounding.station << ' ' << one.text;
+            for (const SvgElement& mark : svg.in("marks", "path")) {
+                const auto line = mark.lines().at(0);
+                from = {line[0].first, line[0].second};
+                to = {line[1].first, line[1].second};
+                EXPECT_FALSE(skewt::clip(one.box, from, to)) << sounding.station << ' ' << one.text;
+            }
+        }
+    }
+    EXPECT_GT(named, 6 * samples().size());
 }
 
 TEST(SkewTGrid, IsobarsAndIsothermsAreNamed) {
@@ -455,6 +530,95 @@ TEST(SkewTCurves, LayerOfMissingDataIsAGap) {
     EXPECT_DOUBLE_EQ(runs[1].front().pressure, 700);
 }
 
+std::vector<std::pair<double, double>> endsOf(const Sounding& sounding, skewt::Quantity quantity) {
+    std::vector<std::pair<double, double>> ends;
+    for (const auto& run : skewt::Profile(sounding).runs(quantity)) {
+        ends.emplace_back(run.front().pressure, run.back().pressure);
+    }
+    return ends;
+}
+
+// Part A with temperature and wind at its standard surfaces, and what part B adds.
+Sounding ascentWithPartB(const std::string& partB, const char* at500 = "06756 14016") {
+    return soundingsIn(std::string("TTAA 63001 72201 99014 30456 11504 00140 28656 11506 92829 24456 10504 85563 19056 "
+                                   "11506 70204 09856 11011 50592 ") +
+                           at500 + " 40763 16556 14017 30973 31156 14017 25100 41156 15515 20247 54156 18012 15425 " +
+                           "66156 15021 10665 79956 10524 88999 77999=\nTTBB 63008 72201 " + partB + "=\n",
+                       "made up")
+        .at(0);
+}
+
+using Ends = std::vector<std::pair<double, double>>;
+
+TEST(SkewTCurves, MissingTemperaturesAreNoGapOfTheWind) {
+    const Sounding sounding = ascentWithPartB("00014 30456 11850 19056 22700 09856 33600 01856 44/// ///// 55400 16556 "
+                                              "66300 31156 77200 54156 88150 66156 21212 00014 11504 11850 11506",
+                                              "///// 14016");
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::TEMPERATURE), (Ends{{1014, 600}, {400, 100}}));
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::DEWPOINT), (Ends{{1014, 600}, {400, 100}}));
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::WIND), (Ends{{1014, 100}}));
+}
+
+TEST(SkewTCurves, MissingWindsAreNoGapOfTheTemperature) {
+    const Sounding sounding = ascentWithPartB("00014 30456 11850 19056 22700 09856 33600 01856 44400 16556 55300 31156 "
+                                              "66200 54156 77150 66156 21212 00014 11504 11850 11506 22680 11011 "
+                                              "33/// ///// 44520 14017 55200 18012");
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::TEMPERATURE), (Ends{{1014, 100}}));
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::DEWPOINT), (Ends{{1014, 100}}));
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::WIND), (Ends{{1014, 680}, {520, 100}}));
+}
+
+TEST(SkewTCurves, ALevelThatGivesItsValueIsNotCutOff) {
+    // 500 hPa lies in the layer of missing temperatures, and gives one.
+    const Sounding sounding = ascentWithPartB("00014 30456 11850 19056 22700 09856 33600 01856 44/// ///// 55400 16556 "
+                                              "66300 31156 77200 54156 88150 66156");
+    EXPECT_EQ(endsOf(sounding, skewt::Quantity::TEMPERATURE), (Ends{{1014, 100}}));
+}
+
+TEST(SkewTCurves, ParcelEndsAtTheEquilibriumLevelOrTheHighestTemperature) {
+    const auto highest = [](const Sounding& sounding) {
+        const skewt::Drawing drawing = skewt::draw(sounding, {});
+        const SvgDocument svg(drawing.svg);
+        double pressure = 2000.0;
+        for (const auto& line : svg.byId("parcel")->lines()) {
+            for (const auto& [x, y] : line) {
+                pressure = std::min(pressure, drawing.geometry.pressure(y));
+            }
+        }
+        return pressure;
+    };
+    const Sounding whole = sample("temp-sao-paulo-2023.txt");
+    EXPECT_NEAR(highest(whole), corvane::indicesOf(whole).mostUnstable.elPressure, 0.5);
+    // Ends while the parcel is buoyant, with a wind above.
+    const Sounding cut = ascent({level(1000, 30, 24), level(700, 8, -4), level(400, -20, -40),
+                                 level(200, NONE, NONE, 50, 250), level(100, NONE, NONE, 50, 250)});
+    ASSERT_TRUE(std::isnan(corvane::indicesOf(cut).mostUnstable.elPressure));
+    ASSERT_GT(corvane::indicesOf(cut).mostUnstable.cape, 0.0);
+    EXPECT_NEAR(highest(cut), 400.0, 0.5);
+}
+
+TEST(SkewTCurves, BarsAreDrawnOnlyAcrossTheLine) {
+    constexpr unsigned STANDARD = SoundingLevel::MANDATORY;
+    const auto bars = [](const Sounding& sounding) {
+        const skewt::Drawing drawing = skewt::draw(sounding, {});
+        std::size_t count = 0;
+        for (const SvgElement& path : SvgDocument(drawing.svg).in("marks", "path")) {
+            const auto line = path.lines().at(0);
+            const skewt::Box& frame = drawing.geometry.frame();
+            count += line[0].first > frame.left + 1.0 && line[0].first < frame.right - 1.0 ? 1 : 0;
+        }
+        return count;
+    };
+    Sounding sounding = ascent({level(1000, 20, 10, 5, 180, STANDARD), level(850, 12, 6, 5, 180, STANDARD),
+                                level(700, 4, -4, 5, 180, STANDARD), level(500, -14, -20, 5, 180, STANDARD)});
+    EXPECT_EQ(bars(sounding), 1U);
+    sounding.levels.insert(sounding.levels.begin() + 3, level(600, NONE, NONE, 5, 180, STANDARD));
+    EXPECT_EQ(bars(sounding), 0U);
+    const std::vector<std::string> texts = textsOf(SvgDocument(skewT(sounding)));
+    EXPECT_TRUE(std::any_of(texts.begin(), texts.end(),
+                            [](const std::string& text) { return text.compare(0, 14, "freezing level") == 0; }));
+}
+
 TEST(SkewTCurves, LevelsCanBeFoundByTheirIndex) {
     const Sounding sounding = sample("temp-bet-dagan-2026.txt");
     const skewt::Drawing drawing = skewt::draw(sounding, {});
@@ -482,17 +646,33 @@ TEST(SkewTCurves, DoubtedLevelsAreHollow) {
     Sounding sounding = ascent({level(1000, 20, 10, 5, 180), level(700, 2, -4, 60, 250), level(500, -14, -20, 5, 180)});
     sounding.levels[1].doubts = {"hydrostatic"};
     const SvgDocument svg(skewT(sounding));
-    for (const char* id : {"t-1", "td-1", "wind-1"}) {
+    for (const char* id : {"t-1", "td-1"}) {
         ASSERT_NE(svg.byId(id), nullptr) << id;
         EXPECT_EQ(svg.byId(id)->attribute("class"), "doubted");
         EXPECT_EQ(svg.byId(id)->attribute("fill"), "#ffffff");
     }
-    for (const char* id : {"t-0", "td-0", "wind-0", "t-2"}) {
+    for (const char* id : {"t-0", "td-0", "wind-0", "wind-1", "t-2"}) {
         ASSERT_NE(svg.byId(id), nullptr) << id;
         EXPECT_EQ(svg.byId(id)->attribute("class"), "");
         EXPECT_EQ(svg.byId(id)->attribute("fill"), "");
     }
     EXPECT_TRUE(shows(sounding, "Doubted (hollow): hydrostatic"));
+}
+
+TEST(SkewTCurves, DoubtsMakeHollowOnlyWhatTheyConcern) {
+    const auto isHollow = [](const std::string& doubt, const char* id) {
+        Sounding sounding = ascent({level(1000, 20, 10, 5, 180), level(700, 2, -4, 60, 250)});
+        sounding.levels[1].doubts = {doubt};
+        return SvgDocument(skewT(sounding)).byId(id)->attribute("class") == "doubted";
+    };
+    for (const char* doubt : {"hydrostatic", "lapse-rate", "tropopause"}) {
+        EXPECT_TRUE(isHollow(doubt, "t-1")) << doubt;
+        EXPECT_TRUE(isHollow(doubt, "td-1")) << doubt;
+        EXPECT_FALSE(isHollow(doubt, "wind-1")) << doubt;
+    }
+    EXPECT_FALSE(isHollow("unit", "t-1"));
+    EXPECT_FALSE(isHollow("unit", "td-1"));
+    EXPECT_TRUE(isHollow("unit", "wind-1"));
 }
 
 TEST(SkewTCurves, LevelsBelowTheGroundAreLeftOut) {
@@ -644,6 +824,15 @@ TEST(WindBarb, FeathersOfTheStrongestWindFitTheStaff) {
     }
 }
 
+TEST(WindBarb, FeathersStandApart) {
+    // The foot of the first feather is as far from the pennant as feathers are from each other.
+    const skewt::Barb feathersOnly = skewt::barb({0, 0}, 0, 4, 40, false);
+    const double spacing = feathersOnly.strokes.at(2).front().y - feathersOnly.strokes.at(1).front().y;
+    const skewt::Barb pennant = skewt::barb({0, 0}, 0, 12, 40, false);
+    EXPECT_GE(pennant.strokes.at(1).front().y - pennant.pennants.at(0).back().y, 0.9 * spacing);
+    EXPECT_GT(spacing, 4.0);
+}
+
 TEST(WindBarb, HemisphereIsThatOfTheStation) {
     for (const char* station : {"68994", "83779", "94120", "89009", "61998", "63741", "82193", "91680", "96749",
                                 "97180", "67083", "87576", "85586", "93112", "84628", "80398"}) {
@@ -718,6 +907,84 @@ TEST(SkewTHodograph, EndsTwelveKilometresAboveTheGround) {
     EXPECT_EQ(drawn.marks.back().kilometres, 12);
 }
 
+// What a height label covers must not be covered by the line.
+TEST(SkewTHodograph, LabelsAreOffTheLine) {
+    std::size_t marks = 0;
+    std::size_t named = 0;
+    std::vector<Sounding> all = realSoundings();
+    all.insert(all.end(), samples().begin(), samples().end());
+    for (const Sounding& sounding : all) {
+        SCOPED_TRACE(sounding.station);
+        const skewt::Drawing drawing = skewt::draw(sounding, {});
+        const SvgDocument svg(drawing.svg);
+        std::vector<skewt::Label> inside;
+        for (const skewt::Label& one : drawing.labels) {
+            if (drawing.hodograph.contains(one.box)) {
+                inside.push_back(one);
+            }
+        }
+        const bool withHeights =
+            std::any_of(inside.begin(), inside.end(), [](const auto& l) { return l.text == "km"; });
+        std::size_t circles = 0;
+        std::size_t rings = 0;
+        for (const SvgElement& circle : svg.in("hodograph", "circle")) {
+            (circle.number("r") < 6.0 ? circles : rings) += 1;
+        }
+        EXPECT_EQ(withHeights, circles > 0);
+        marks += circles;
+        // The unit, "km", all rings and then the heights.
+        const std::size_t others = rings + (withHeights ? 2 : 1);
+        ASSERT_GE(inside.size(), others);
+        for (std::size_t i = others; i < inside.size(); ++i) {
+            ++named;
+            for (const SvgElement& path : svg.in("hodograph", "path")) {
+                if (path.attribute("stroke-linejoin") != "round") {
+                    continue;
+                }
+                for (const auto& line : path.lines()) {
+                    for (std::size_t j = 1; j < line.size(); ++j) {
+                        skewt::Point from{line[j - 1].first, line[j - 1].second};
+                        skewt::Point to{line[j].first, line[j].second};
+                        EXPECT_FALSE(skewt::clip(inside[i].box.grown(-0.11), from, to)) << inside[i].text;
+                    }
+                }
+            }
+        }
+        // The speeds of the rings stand in one line.
+        for (std::size_t i = withHeights ? 3 : 2; i < others; ++i) {
+            const skewt::Box& one = inside[i - 1].box;
+            const skewt::Box& other = inside[i].box;
+            EXPECT_TRUE(std::fabs(one.left - other.left) < 0.01 || std::fabs(one.right - other.right) < 0.01 ||
+                        std::fabs(one.top - other.top) < 0.01);
+        }
+    }
+    EXPECT_GT(marks, 500U);
+    EXPECT_GE(named * 100, marks * 97);
+}
+
+TEST(SkewTHodograph, NothingAloftIsMarkedAsAboveTheGround) {
+    const std::string dash = "\xE2\x80\x94";
+    const auto partOf = [](const char* text) { return soundingsIn(text, "made up").at(0); };
+    const Sounding aloft =
+        partOf("TTCC 63001 70219 70887 49385 03513 50084 66174 09536 30405 54181 06032 88999 77999=");
+    EXPECT_TRUE(skewt::Profile(aloft).beginsAloft());
+    EXPECT_TRUE(skewt::hodograph(skewt::Profile(aloft), SkewTOptions::KNOTS, {0, 0}, 70).marks.empty());
+    EXPECT_FALSE(skewt::hodograph(skewt::Profile(aloft), SkewTOptions::KNOTS, {0, 0}, 70).lines.empty());
+    for (const char* row : {"Level, hPa", "LCL, hPa", "CAPE, J/kg", "Lifted index, K"}) {
+        EXPECT_EQ(tableRow(aloft, row), (std::vector<std::string>{dash, dash})) << row;
+    }
+    for (const char* row : {"Precipitable water", "Freezing level", "Wet-bulb zero"}) {
+        EXPECT_EQ(tableRow(aloft, row), std::vector<std::string>{dash}) << row;
+    }
+    EXPECT_EQ(tableRow(aloft, "Parcel"), (std::vector<std::string>{"surface", "most unstable"}));
+
+    // Part B names its first level 00 where it is the surface, and 11 where it is not: that is not known any more.
+    const Sounding low = partOf("TTBB 63008 70219 00000 08505 11850 08009 22700 02010=");
+    EXPECT_FALSE(skewt::Profile(low).beginsAloft());
+    EXPECT_EQ(tableRow(low, "Parcel"), (std::vector<std::string>{"lowest", "most unstable"}));
+    EXPECT_EQ(tableRow(low, "Level, hPa").at(0), "1000");
+}
+
 // ---- texts
 // -----------------------------------------------------------------------------------------------------------
 
@@ -735,6 +1002,66 @@ TEST(SkewTTexts, TitleSaysWhatWhereAndWhen) {
                                      "C, 90\xC2\xB0 2 kt."),
               std::string::npos)
         << svg.all()[2].text;
+}
+
+TEST(SkewTTexts, LongStationLeavesDayAndHour) {
+    const Sounding sounding = ascent({level(1000, 20, 10)}, std::string(600, 'W'));
+    for (const SkewTOptions& options : manyOptions()) {
+        const std::vector<std::string> texts = textsOf(SvgDocument(skewT(sounding, options)));
+        EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [](const std::string& text) {
+            const std::string end = "W\xE2\x80\xA6, day 13, 00 UTC";
+            return text.compare(0, 6, "TEMP W") == 0 && text.size() > end.size() &&
+                   text.compare(text.size() - end.size(), end.size(), end) == 0;
+        })) << options.width;
+    }
+}
+
+TEST(SkewTTexts, EveryLevelCounts) {
+    const Sounding sounding = sample("temp-south-pole-2026.txt");  // with standard surfaces below the ground
+    const std::string svg = skewT(sounding);
+    EXPECT_NE(svg.find("\xC2\xB7 " + std::to_string(sounding.levels.size()) + " levels</text>"), std::string::npos);
+}
+
+TEST(SkewTTexts, TextsOfTheSmallestPictureAreLegible) {
+    SkewTOptions small;
+    small.width = 400;
+    small.height = 440;
+    std::vector<Sounding> all = realSoundings();
+    all.insert(all.end(), samples().begin(), samples().end());
+    for (const Sounding& sounding : all) {
+        const SvgDocument svg(skewT(sounding, small));
+        for (const SvgElement& element : svg.all()) {
+            if (element.name == "text") {
+                EXPECT_GE(element.number("font-size"), 7.5) << sounding.station << ": " << element.text;
+            }
+        }
+    }
+}
+
+TEST(SkewTTexts, LiftedIndexNeedsAParcelBelow500HectoPascals) {
+    const std::string dash = "\xE2\x80\x94";
+    const Sounding pole = sample("temp-south-pole-2026.txt");
+    ASSERT_LT(corvane::indicesOf(pole).mostUnstable.pressure, 500.0);
+    ASSERT_FALSE(std::isnan(corvane::indicesOf(pole).mostUnstable.liftedIndex));
+    EXPECT_EQ(tableRow(pole, "Lifted index, K").at(1), dash);
+    EXPECT_NE(tableRow(pole, "Lifted index, K").at(0), dash);
+}
+
+TEST(SkewTTexts, MaximumWindIsTheOneReported) {
+    // 77250 10599: 105 degrees, 99 knots, at a standard surface that gives 10 knots.
+    const Sounding sounding =
+        soundingsIn("TTAA 63201 70219 99000 20456 08510 00100 20456 08510 92800 20456 08510 85500 "
+                    "20456 08510 70000 10456 08510 50560 11556 08510 40720 21556 08510 30920 41556 "
+                    "08510 25050 51556 08510 20200 61556 08510 88200 62556 09520 77250 10599 40508=",
+                    "made up")
+            .at(0);
+    EXPECT_TRUE(shows(sounding, "max wind 99 kt"));
+    const auto found = std::find_if(sounding.levels.begin(), sounding.levels.end(),
+                                    [](const SoundingLevel& one) { return one.pressure == 250.0; });
+    ASSERT_NE(found, sounding.levels.end());
+    EXPECT_NEAR(found->windSpeed, 10 * KNOT, 1e-9);
+    EXPECT_NEAR(found->maximumWind, 99 * KNOT, 1e-9);
+    EXPECT_TRUE(std::isnan(sounding.levels.front().maximumWind));
 }
 
 TEST(SkewTTexts, SpecialLevelsAreMarked) {
