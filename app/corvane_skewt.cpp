@@ -34,12 +34,17 @@ constexpr int LEAST_WIDTH = 400;
 constexpr int LEAST_HEIGHT = 440;
 constexpr int MOST_PIXELS = 10000;
 
+// The pressures of its upper edge, hPa.
+constexpr double LOWEST_TOP = 1.0;
+constexpr double HIGHEST_TOP = 900.0;
+
 struct Arguments {
     std::vector<std::string> files;
     std::string station;
     std::string folder;
     std::string units = "kt";
     std::string size;
+    std::string top;
     bool indices = false;
     bool quiet = false;
     corvane::SkewTOptions picture;
@@ -55,6 +60,13 @@ bool parseSize(std::string_view text, corvane::SkewTOptions& picture) {
     const std::from_chars_result height = std::from_chars(width.ptr + 1, end, picture.height);
     return height.ec == std::errc() && height.ptr == end && picture.width >= LEAST_WIDTH &&
            picture.width <= MOST_PIXELS && picture.height >= LEAST_HEIGHT && picture.height <= MOST_PIXELS;
+}
+
+// "100" or "12.5"; false for anything else and for a pressure out of bounds.
+bool parseTop(std::string_view text, corvane::SkewTOptions& picture) {
+    const char* const end = text.data() + text.size();
+    const std::from_chars_result result = std::from_chars(text.data(), end, picture.top);
+    return result.ec == std::errc() && result.ptr == end && picture.top >= LOWEST_TOP && picture.top <= HIGHEST_TOP;
 }
 
 // @return the exit status when the program is to end at once.
@@ -74,9 +86,7 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     app.add_option("--units", arguments.units, "Unit of wind speeds: kt or mps (kt)")
         ->option_text("UNIT")
         ->check(CLI::IsMember({"kt", "mps"}));
-    app.add_option("--top", arguments.picture.top, "Pressure of the upper edge, 1 to 900 hPa (100)")
-        ->option_text("HPA")
-        ->check(CLI::Range(1.0, 900.0));
+    app.add_option("--top", arguments.top, "Pressure of the upper edge, 1 to 900 hPa (100)")->option_text("HPA");
     app.add_option("--size", arguments.size, "Width and height in pixels, 400x440 to 10000x10000 (1000x1100)")
         ->option_text("WxH");
     app.add_flag("--dark", arguments.picture.dark, "Light lines on a dark ground");
@@ -87,6 +97,9 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
         app.parse(argc, argv);
         if (!arguments.size.empty() && !parseSize(arguments.size, arguments.picture)) {
             throw CLI::ValidationError("--size", "400x440 to 10000x10000 wanted, not " + arguments.size);
+        }
+        if (!arguments.top.empty() && !parseTop(arguments.top, arguments.picture)) {
+            throw CLI::ValidationError("--top", "1 to 900 wanted, not " + arguments.top);
         }
     } catch (const CLI::Success& request) {
         return app.exit(request);
@@ -162,7 +175,8 @@ void writeIndices(const std::vector<Named>& chosen, Output& out) {
     }
 }
 
-// Writes a file for each sounding. One that cannot be written is reported, and the others are still written.
+// Writes a file for each sounding into a folder that is created if need be. One that cannot be written is reported, and
+// the others are still written.
 void writeAll(const std::vector<Named>& chosen, const Arguments& arguments, Bulletins& bulletins) {
     if (mkdir(arguments.folder.c_str(), 0777) != 0 && errno != EEXIST) {
         bulletins.trouble(arguments.folder, errno);
@@ -220,7 +234,7 @@ int run(const Arguments& arguments) {
 
     if (arguments.indices) {
         writeIndices(chosen, out);
-    } else if (!arguments.folder.empty()) {
+    } else if (!arguments.folder.empty() && !chosen.empty()) {
         writeAll(chosen, arguments, bulletins);
     } else if (chosen.size() == 1) {
         out.text = corvane::skewT(*chosen.front().sounding, arguments.picture);
@@ -233,7 +247,9 @@ int run(const Arguments& arguments) {
         bulletins.trouble("standard output", out.error());
     }
     if (chosen.empty()) {
-        bulletins.summarize();
+        if (!arguments.quiet) {
+            bulletins.summarize();
+        }
         std::cerr << PROGRAM << ": no sounding" << (arguments.station.empty() ? "" : " of " + arguments.station)
                   << '\n';
     }

@@ -8,7 +8,7 @@
 ///
 /// The profile that they are computed from is that of the levels from the ground up. The ground is the surface level,
 /// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
-/// have them, however far those are apart. Formulas stand in Thermodynamics.h.
+/// have them, at any distance. The formulas are in Thermodynamics.h.
 ///
 /// Values that no atmosphere has count as not given: a pressure that is not between 0.01 and 2000 hPa or not below that
 /// of the level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1
@@ -45,7 +45,9 @@ struct ParcelIndices {
     /// Convective inhibition, J/kg: the negative buoyancy from the parcel's level to the level of free convection. At
     /// most 0; 0 without a level of free convection.
     double cin = NONE;
-    double liftedIndex = NONE;  ///< temperature of the sounding at 500 hPa minus that of the parcel there, K
+    /// Temperature of the sounding at 500 hPa minus that of the parcel there, K. A parcel that starts above 500 hPa is
+    /// taken down to it.
+    double liftedIndex = NONE;
 };
 
 /// The indices of a sounding. NaN where the sounding cannot give a value.
@@ -67,7 +69,7 @@ struct Indices {
     double lapseRate700To500 = NONE;      ///< (T700 - T500) / (z500 - z700), K/km
 };
 
-/// The indices of a sounding. Never throws for any levels, whatever they hold, except when memory runs out
+/// The indices of a sounding. Never throws for any content of the levels, except when memory runs out
 /// (std::bad_alloc).
 CORVANE_API Indices indicesOf(const Sounding& sounding);
 

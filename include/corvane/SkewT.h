@@ -10,13 +10,15 @@
 ///
 /// - what, where and when: code form, station, position, day, hour, launch, parts;
 /// - the diagram: isobars, isotherms at 45 degrees, dry and saturated adiabats, lines of constant mixing ratio in g/kg,
-///   the temperature and the dew point, the path of the most unstable parcel where it is buoyant (dashed), marks for
-///   surface, freezing level, tropopauses and maximum winds, heights above sea level in km, wind barbs in a column of
-///   their own. A line ends where a level does not give what it should, and where the report says that data is missing.
-///   Levels below the ground are left out, and doubted levels are hollow;
-/// - what was mended in the parts, and the checks that doubt levels;
+///   the temperature and the dew point, the path of the most unstable parcel, if it becomes buoyant (dashed, from its
+///   level to its equilibrium level or to the highest temperature), marks for surface, freezing level, tropopauses and
+///   maximum winds, heights above sea level in km, wind barbs in a column of their own. A line stops at a level that
+///   lacks a value it should have, and where the report says that this value is missing. Levels below the ground are
+///   left out, and what a check doubts is hollow: temperatures, or winds;
+/// - what was mended in the parts, the checks that doubt levels, and how many copies of parts were replaced;
 /// - the indices of Indices.h, an em dash where the sounding cannot give a value, and the hodograph of the lowest 12 km
-///   with the heights above the ground in km.
+///   with the heights above the ground in km. Without a surface level and parts A and B nothing is near the ground: the
+///   indices are dashes then, and the hodograph has no heights.
 ///
 /// A page that shows the picture finds things in it by id. With N an index into Sounding::levels:
 ///
@@ -48,13 +50,15 @@ struct SkewTOptions {
     /// Pressure of the upper edge, hPa. 0 or less, or NaN: 100, or just above the highest level where the sounding does
     /// not reach that high. At most 0.8 of the pressure of the lower edge, which is 1050 hPa for a usual sounding.
     double top = 0.0;
-    int width = 1000;   ///< of the picture, pixels: 400 to 10000; the nearest of these for any other number
-    int height = 1100;  ///< of the picture, pixels: 440 to 10000
+    int width = 1000;  ///< of the picture, pixels: 400 to 10000; the nearest of these for any other number
+    /// Of the picture, pixels: 440 to 10000. The diagram is at most half as wide again as high, and hardly higher than
+    /// wide: a picture of another shape has free margins.
+    int height = 1100;
     bool dark = false;  ///< light lines on a dark ground
 };
 
 /// Draws a sounding: one complete SVG 1.1 document in UTF-8, under 120 kB. Texts of the report are escaped. A sounding
-/// without levels gives a diagram without curves that says so. Never throws for any sounding, whatever it holds, except
+/// without levels gives a diagram without curves that says so. Never throws for any content of a sounding, except
 /// when memory runs out (std::bad_alloc).
 CORVANE_API std::string skewT(const Sounding& sounding, const SkewTOptions& options = {});
 

@@ -11,9 +11,10 @@
 ///
 /// Which parts are one sounding:
 ///
-/// - TEMP, TEMP SHIP, TEMP MOBIL: those of one code form, station number or call sign, day and hour, in whatever order
-///   and however far apart they come. The call signs SHIP and MOBIL stand for many stations: there the position
-///   counts, too.
+/// - TEMP, TEMP SHIP, TEMP MOBIL: those of one code form, station number or call sign, day and hour, in any order and
+/// at
+///   any distance from each other. The call signs SHIP and MOBIL are shared by many stations, so the position must
+///   match as well.
 /// - TEMP DROP, which has no station: those of one position, day and hour. An aircraft may release two sondes at one
 ///   place in one hour. So a part A with other content is another drop, unless its heading says that it corrects the
 ///   first one, and parts B, C and D belong to the part A before them in their bulletin. A part without such a part A
@@ -79,7 +80,7 @@ struct SoundingLevel {
     /// The speed of the maximum wind that the parts report at this pressure, m/s. `windSpeed` is that of a standard
     /// surface or significant level of the same pressure where there is one.
     double maximumWind = NOT_GIVEN;
-    unsigned kinds = 0;                ///< Kind bits
+    unsigned kinds = 0;  ///< Kind bits
     /// Whether its pressure is above that of the surface: a standard surface whose height the station extrapolated.
     bool belowGround = false;
     /// The checks that doubt it (see ReadLevel::doubts), each once. "unit": its wind is from a part that gives winds in
@@ -117,7 +118,7 @@ struct Sounding {
     std::vector<SoundingLevel> levels;  ///< by descending pressure, each pressure once; may be empty
 };
 
-/// Collects parts in whatever order they come and joins them into soundings. Keeps the levels of every part that
+/// Collects parts in any order and joins them into soundings. Keeps the levels of every part that
 /// counts, about 2.5 kB per part.
 class CORVANE_API Soundings {
 public:

@@ -132,6 +132,12 @@ TEST_F(SkewTProgram, TroubleIsStatusTwo) {
         EXPECT_EQ(failed.output, "") << wrong;
         EXPECT_EQ(failed.errors.compare(0, 15, "corvane-skewt: "), 0) << failed.errors;
     }
+    for (const char* wrong : {"nan", "inf", "abc", "0.5", "901", "100x", "-5"}) {
+        EXPECT_NE(run(std::string("bulletins.txt --top=") + wrong)
+                      .errors.find(std::string("--top: 1 to 900 wanted, not ") + wrong + '\n'),
+                  std::string::npos)
+            << wrong;
+    }
     const Finished full = run("bulletins.txt --station 72572 >/dev/full 2>/dev/null; test $? -eq 2 && echo two");
     EXPECT_EQ(full.output, "two\n");
     write("file", "");
@@ -146,6 +152,19 @@ TEST_F(SkewTProgram, WritesAFileForEachSounding) {
               (std::vector<std::string>{"15.3N65.9W-1318.svg", "72403-1300.svg", "72403-1312.svg", "72572-1300.svg"}));
     EXPECT_EQ(titleOf(contentOf(folder / "pictures/72403-1312.svg")), NAME + "TEMP 72403, day 13, 12 UTC");
     EXPECT_EQ(contentOf(folder / "pictures/72572-1300.svg"), run("bulletins.txt --station 72572").output);
+}
+
+TEST_F(SkewTProgram, MakesNoFolderForNothing) {
+    EXPECT_EQ(run("--all pictures bulletins.txt --station 99999").status, 1);
+    EXPECT_FALSE(fs::exists(folder / "pictures"));
+    // A folder above it is not made.
+    const Finished deep = run("--all no/pictures bulletins.txt");
+    EXPECT_EQ(deep.status, 2);
+    EXPECT_NE(deep.errors.find("corvane-skewt: no/pictures: No such file or directory\n"), std::string::npos);
+}
+
+TEST_F(SkewTProgram, QuietSaysOnlyThatThereIsNoSounding) {
+    EXPECT_EQ(run("bulletins.txt --station 99999 --quiet").errors, "corvane-skewt: no sounding of 99999\n");
 }
 
 TEST_F(SkewTProgram, NamesOfFilesHoldNothingButSafeCharacters) {
