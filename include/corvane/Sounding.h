@@ -11,10 +11,9 @@
 ///
 /// Which parts are one sounding:
 ///
-/// - TEMP, TEMP SHIP, TEMP MOBIL: those of one code form, station number or call sign, day and hour, in any order and
-/// at
-///   any distance from each other. The call signs SHIP and MOBIL are shared by many stations, so the position must
-///   match as well.
+/// - TEMP, TEMP SHIP, TEMP MOBIL: those of one code form, station number or call sign, day and hour, in any order
+///   and at any distance from each other. The call signs SHIP and MOBIL are shared by many stations, so the position
+///   must match as well.
 /// - TEMP DROP, which has no station: those of one position, day and hour. An aircraft may release two sondes at one
 ///   place in one hour. So a part A with other content is another drop, unless its heading says that it corrects the
 ///   first one, and parts B, C and D belong to the part A before them in their bulletin. A part without such a part A

@@ -188,6 +188,8 @@ void Picture::mixingRatios() {
         return;
     }
     labels.keepOff(Line{map.at(map.bottomPressure(), 0.0), map.at(map.topPressure(), 0.0)});
+    const double surface = profile.groundPressure();
+    const double lowest = surface < map.bottomPressure() ? surface : map.bottomPressure();
     const Face face{smallest, false, colours.quiet};
     for (const double ratio : RATIOS) {
         const std::string name = fixed(ratio, ratio < 1.0 ? 1 : 0);
@@ -196,7 +198,7 @@ void Picture::mixingRatios() {
             const Point end = map.at(pressure, dewpointOfMixingRatio(ratio / 1000.0, pressure));
             const Point at{end.x, end.y - 0.25 * font};
             const Box room = Labels::room(at, Anchor::MIDDLE, name, face).grown(0.2 * font);
-            if (pressure < map.bottomPressure() && frame.contains(room) && labels.isFree(room)) {
+            if (pressure < lowest && frame.contains(room) && labels.isFree(room)) {
                 background.text(at, Anchor::MIDDLE, name, face);
                 break;
             }

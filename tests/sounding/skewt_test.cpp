@@ -442,6 +442,10 @@ TEST(SkewTGrid, MixingRatiosAreNamedOffTheLineOfZeroAndTheFreezingLevel) {
                 continue;
             }
             ++named;
+            const double ground = skewt::Profile(sounding).groundPressure();
+            if (!std::isnan(ground)) {
+                EXPECT_LT(map.pressure(one.box.bottom), ground + 10.0) << sounding.station << ' ' << one.text;
+            }
             skewt::Point from = map.at(map.bottomPressure(), 0.0);
             skewt::Point to = map.at(map.topPressure(), 0.0);
             EXPECT_FALSE(skewt::clip(one.box, from, to)) << sounding.station << ' ' << one.text;
