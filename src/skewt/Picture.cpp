@@ -80,13 +80,13 @@ Drawing Picture::drawing() {
     table();
 
     std::string& svg = result.svg;
-    const std::string size = pixels(width) + "\" height=\"" + pixels(height);
+    const std::string sides = pixels(width) + "\" height=\"" + pixels(height);
     svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
           "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"" +
-          size + "\" viewBox=\"0 0 " + pixels(width) + ' ' + pixels(height) + "\">\n<title>" +
+          sides + "\" viewBox=\"0 0 " + pixels(width) + ' ' + pixels(height) + "\">\n<title>" +
           escaped("Skew-T log-p diagram of " + titleText(LONGEST_TITLE)) + "</title>\n<desc>" + escaped(description()) +
           "</desc>\n";
-    svg += "<rect width=\"" + size + "\" fill=\"" + std::string(colours.ground) + "\"/>\n";
+    svg += "<rect width=\"" + sides + "\" fill=\"" + std::string(colours.ground) + "\"/>\n";
     svg += "<g font-family=\"sans-serif\" fill=\"" + std::string(colours.text) + "\">\n<g fill=\"none\">\n";
     svg += background.markup();
     svg += "</g>\n";

@@ -126,11 +126,14 @@ Geometry scales(const Box& room, const Profile& profile, const SkewTOptions& opt
     for (const bool withDewpoints : {true, false}) {
         for (const double widest : {1.25, 2.0}) {
             double high = std::min(room.height(), HIGHEST * room.width());
-            for (bool last = false; !last; high *= STEP) {
+            for (;;) {
                 if (const auto found = fitting(ofHeight(high), bottom, top, profile, withDewpoints, widest)) {
                     return *found;
                 }
-                last = high <= LOWEST * room.width();
+                if (high <= LOWEST * room.width()) {
+                    break;
+                }
+                high *= STEP;
             }
         }
     }

@@ -161,16 +161,17 @@ void Picture::winds() {
 
     // The heights beside their marks, where the line leaves them room.
     constexpr int DIRECTIONS = 16;
+    static constexpr std::array<double, 3> AWAY{0.75, 1.05, 1.35};
     for (const Hodograph::Mark& each : drawn.marks) {
         const std::string name = std::to_string(each.kilometres);
-        const auto isPlaced = [&](int candidate) {
-            const double angle = 2.0 * PI * candidate / DIRECTIONS;
-            const double away = (0.75 + 0.3 * (candidate / DIRECTIONS)) * font;
-            const Point at{each.at.x + away * std::cos(angle),
-                           each.at.y + away * std::sin(angle) + 0.27 * kilometres.size};
-            return front.textWhereFree(box, at, Anchor::MIDDLE, name, kilometres);
-        };
-        for (int candidate = 0; candidate < 3 * DIRECTIONS && !isPlaced(candidate); ++candidate) {
+        bool isPlaced = false;
+        for (const double away : AWAY) {
+            for (int direction = 0; direction < DIRECTIONS && !isPlaced; ++direction) {
+                const double angle = 2.0 * PI * direction / DIRECTIONS;
+                const Point at{each.at.x + away * font * std::cos(angle),
+                               each.at.y + away * font * std::sin(angle) + 0.27 * kilometres.size};
+                isPlaced = front.textWhereFree(box, at, Anchor::MIDDLE, name, kilometres);
+            }
         }
     }
 }
