@@ -17,8 +17,8 @@
 ///   left out, and what a check doubts is hollow: temperatures, or winds;
 /// - what was mended in the parts, the checks that doubt levels, and how many copies of parts were replaced;
 /// - the indices of Indices.h, an em dash where the sounding cannot give a value, and the hodograph of the lowest 12 km
-///   with the heights above the ground in km. Without a surface level and parts A and B nothing is near the ground: the
-///   indices are dashes then, and the hodograph has no heights.
+///   with the heights above the ground in km. Parts C and D alone have nothing near the ground: the indices are dashes
+///   then, and the hodograph has no heights.
 ///
 /// A page that shows the picture finds things in it by id. With N an index into Sounding::levels:
 ///
