@@ -278,7 +278,7 @@ std::string partsAreInOrder(const std::vector<Part>& parts, std::size_t size) {
             return "the part at line " + std::to_string(part.line) + " lies before the one before it";
         }
         if (part.form() == Corvane::WMO_UNKNOWN || part.letter() < 'A' || part.letter() > 'D') {
-            return part.mmmm + " is no MMMM";
+            return part.mmmm + " is not an MMMM";
         }
         if (part.groups.size() > corvane::MAXIMUM_GROUPS) {
             return "a part has " + std::to_string(part.groups.size()) + " groups";

@@ -82,7 +82,7 @@ std::vector<Surface> surfacesWithHeight(std::vector<ReadLevel>& levels) {
     return surfaces;
 }
 
-// The mean virtual temperature of the layer that its thickness stands for, K.
+// The mean virtual temperature that the thickness of the layer implies, K.
 double meanTemperature(const Surface& lower, const Surface& upper) {
     return (upper.height - lower.height) / (GAS_CONSTANT_OVER_GRAVITY * std::log(lower.pressure / upper.pressure));
 }
@@ -182,8 +182,8 @@ void checkHydrostatic(bool mend, Reading& reading) {
             doubt(*lower.level, "hydrostatic");
             doubt(*upper.level, "hydrostatic");
             reading.doubts.push_back(
-                {"hydrostatic", text("the heights of %g and %g hPa stand for a mean of %.1f degrees", lower.pressure,
-                                     upper.pressure, meanTemperature(lower, upper) - ZERO_CELSIUS)});
+                {"hydrostatic", text("the heights of %g and %g hPa imply a mean temperature of %.1f degrees",
+                                     lower.pressure, upper.pressure, meanTemperature(lower, upper) - ZERO_CELSIUS)});
         }
     }
 }

@@ -326,7 +326,7 @@ void BulletinReader::Cutter::takeHeading() {
     }
 }
 
-// An MMMM, of a PILOT too. An airport followed by a time, UUDD 061200Z, is none.
+// An MMMM, of a PILOT too. An airport followed by a time, UUDD 061200Z, is not one.
 bool BulletinReader::Cutter::isIdentifier() {
     const std::string_view word = peek(0)->text;
     if (isPilotIdentifier(word)) {

@@ -1,4 +1,4 @@
-// Decoding with mends: where the decoder stumbles, the mend for that fault is tried, and the decoder judges again.
+// Decoding with mends: where the decoder fails, the mend for that fault is tried, and the decoder judges again.
 #include "CodeTables.h"
 #include "feed/Groups.h"
 #include "feed/PartDecoder.h"
@@ -20,28 +20,28 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
-// The mends, each for one kind of stumble. They return whether they fit.
+// The mends, each for one kind of fault. They return whether they fit.
 // ---------------------------------------------------------------------------------------------------------------------
 
 // `closer`: section 2 ends without the 88999 that says that there is no tropopause.
-bool closeSurfaces(Work& work, const Stumble& stumble) {
-    const std::string& group = work.at(stumble.place);
+bool closeSurfaces(Work& work, const Fault& fault) {
+    const std::string& group = work.at(fault.place);
     if (!group.empty() && group != "77999" && !isOpener(group)) {
         return false;
     }
-    work.note("closer", "wrote 88999 " + (group.empty() ? std::string("at the end") : "before " + group), stumble.place,
+    work.note("closer", "wrote 88999 " + (group.empty() ? std::string("at the end") : "before " + group), fault.place,
               0);
-    work.insert(stumble.place, {"88999"});
+    work.insert(fault.place, {"88999"});
     return true;
 }
 
 // `level`: surfaces below the ground, or 1000 and 925 hPa together, are left out instead of given as solidi.
 bool writeSurfaces(Work& work, const PartDecoder& decoder) {
-    const Stumble& stumble = decoder.stumble();
+    const Fault& fault = decoder.fault();
     const std::vector<std::string> codes = decoder.surfaceCodes();
-    const auto first = codes.begin() + static_cast<std::ptrdiff_t>(stumble.surface);
-    const auto reported = std::find(first, codes.end(), work.at(stumble.place).substr(0, 2));
-    if (work.letter() != 'A' || stumble.surface == 0 || reported == codes.end()) {
+    const auto first = codes.begin() + static_cast<std::ptrdiff_t>(fault.surface);
+    const auto reported = std::find(first, codes.end(), work.at(fault.place).substr(0, 2));
+    if (work.letter() != 'A' || fault.surface == 0 || reported == codes.end()) {
         return false;
     }
     const bool lowestTwo = *first == "00" && *reported == "85";
@@ -52,7 +52,7 @@ bool writeSurfaces(Work& work, const PartDecoder& decoder) {
         return false;
     }
     std::string written;
-    std::size_t place = stumble.place;
+    std::size_t place = fault.place;
     for (auto code = first; code != reported; ++code) {
         const std::string head = *code + "///";
         const bool wind = decoder.hasWind(static_cast<std::size_t>(code - codes.begin()));
@@ -65,18 +65,18 @@ bool writeSurfaces(Work& work, const PartDecoder& decoder) {
             place += 2;
         }
     }
-    work.note("level", "wrote " + written + "before " + work.at(place), stumble.place, 0);
+    work.note("level", "wrote " + written + "before " + work.at(place), fault.place, 0);
     return true;
 }
 
 // `closer`: section 4 is missing, and an opener stands where a tropopause or a maximum wind could.
-bool closeTropopauses(Work& work, const Stumble& stumble) {
-    const std::string group = work.at(stumble.place);
+bool closeTropopauses(Work& work, const Fault& fault) {
+    const std::string group = work.at(fault.place);
     if (!isOpener(group)) {
         return false;
     }
-    work.note("closer", "wrote 77999 before " + group, stumble.place, 0);
-    work.insert(stumble.place, {"77999"});
+    work.note("closer", "wrote 77999 before " + group, fault.place, 0);
+    work.insert(fault.place, {"77999"});
     return true;
 }
 
@@ -99,18 +99,18 @@ bool completeSystem(Work& work, std::size_t opener) {
 }
 
 // `depression`: 51 to 55 is no code for a dew-point depression (code table 0777).
-bool dropDepression(Work& work, const Stumble& stumble) {
-    const std::string group = work.at(stumble.place);
+bool dropDepression(Work& work, const Fault& fault) {
+    const std::string group = work.at(fault.place);
     const std::string mended = group.substr(0, 3) + "//";
-    work.replace(stumble.place, mended);
-    work.note("depression", group + " read as " + mended, stumble.place, 1, true);
+    work.replace(fault.place, mended);
+    work.note("depression", group + " read as " + mended, fault.place, 1, true);
     return true;
 }
 
 // `remark`: without its keyword a remark is plain words.
-bool dropRemark(Work& work, const Stumble& stumble) {
-    std::size_t place = stumble.place;
-    const bool atPlace = stumble.isImpossible || beginsWith(stumble.message, "At least") || work.at(place) == "WL";
+bool dropRemark(Work& work, const Fault& fault) {
+    std::size_t place = fault.place;
+    const bool atPlace = fault.isImpossible || beginsWith(fault.message, "At least") || work.at(place) == "WL";
     if (!atPlace || !isKeyword(work.at(place))) {
         do {
             if (place == 0) {
@@ -124,22 +124,22 @@ bool dropRemark(Work& work, const Stumble& stumble) {
     return true;
 }
 
-bool mendStumble(Work& work, const PartDecoder& decoder) {
-    const Stumble& stumble = decoder.stumble();
-    if (stumble.section == Stumble::TAIL) {
-        return dropRemark(work, stumble);
+bool mendFault(Work& work, const PartDecoder& decoder) {
+    const Fault& fault = decoder.fault();
+    if (fault.section == Fault::TAIL) {
+        return dropRemark(work, fault);
     }
-    if (stumble.isImpossible) {
+    if (fault.isImpossible) {
         return false;
     }
-    if (beginsWith(stumble.message, "Dewpoint depression code")) {
-        return dropDepression(work, stumble);
+    if (beginsWith(fault.message, "Dewpoint depression code")) {
+        return dropDepression(work, fault);
     }
-    switch (stumble.section) {
-    case Stumble::SURFACES: return stumble.levelIsDue && (closeSurfaces(work, stumble) || writeSurfaces(work, decoder));
-    case Stumble::TROPOPAUSES:
-    case Stumble::MAXIMUM_WINDS: return stumble.levelIsDue && closeTropopauses(work, stumble);
-    case Stumble::SYSTEM: return completeSystem(work, decoder.tail());
+    switch (fault.section) {
+    case Fault::SURFACES: return fault.levelIsDue && (closeSurfaces(work, fault) || writeSurfaces(work, decoder));
+    case Fault::TROPOPAUSES:
+    case Fault::MAXIMUM_WINDS: return fault.levelIsDue && closeTropopauses(work, fault);
+    case Fault::SYSTEM: return completeSystem(work, decoder.tail());
     default: return false;
     }
 }
@@ -157,7 +157,7 @@ struct Attempt {
     bool isClean() const { return !refusal && !leftovers; }
 };
 
-// Groups between section 4 and the first opener, which the decoder passes over. Two of them, the second 8GGgg, have
+// Groups between section 4 and the first opener, which the decoder skips. Two of them, the second 8GGgg, have
 // lost their 31313; so have three of a ship, the third a sea-surface temperature 9snTwTwTw. Others are groups of a
 // level that is out of step: what they say is lost.
 // @return whether the part must be decoded again.
@@ -213,8 +213,8 @@ Attempt attemptToDecode(Work work, bool mend) {
             }
             return attempt;
         }
-        if (!mend || mends >= MOST_MENDS || !mendStumble(attempt.work, decoder)) {
-            attempt.refusal = {decoder.stumble().message, decoder.stumble().place};
+        if (!mend || mends >= MOST_MENDS || !mendFault(attempt.work, decoder)) {
+            attempt.refusal = {decoder.fault().message, decoder.fault().place};
             return attempt;
         }
     }

@@ -55,13 +55,13 @@ bool PartDecoder::run() {
     try {
         decode();
         return true;
-    } catch (const std::string& fault) {
-        stumbled.message = fault;
+    } catch (const std::string& message) {
+        _fault.message = message;
     } catch (const std::out_of_range&) {
-        stumbled.message = "A group is too short. Error detected at " + work.context(place());
+        _fault.message = "A group is too short. Error detected at " + work.context(place());
     }
-    if (!stumbled.isImpossible) {
-        stumbled.place = place();
+    if (!_fault.isImpossible) {
+        _fault.place = place();
     }
     return false;
 }
@@ -78,10 +78,10 @@ void PartDecoder::decode() {
     }
     tailPlace = place();
 
-    stumbled.section = Stumble::SYSTEM;
-    stumbled.levelIsDue = false;
+    _fault.section = Fault::SYSTEM;
+    _fault.levelIsDue = false;
     decodeSection7();
-    stumbled.section = Stumble::TAIL;
+    _fault.section = Fault::TAIL;
     if (work.isPartBOrD()) {
         decodeSection8();
     }
@@ -98,14 +98,14 @@ void PartDecoder::decode() {
 
 // As decodeSection2, a surface at a time.
 void PartDecoder::decodeSurfaces() {
-    stumbled.section = Stumble::SURFACES;
+    _fault.section = Fault::SURFACES;
     if (work.letter() == 'C') {
         mandatoryA = mandatoryC;
     }
     for (std::size_t row = 0; row < mandatoryA.size() && !frontBeginsWith("88"); ++row) {
         const std::size_t first = place();
-        stumbled.surface = row;
-        stumbled.levelIsDue = !frontBeginsWith(mandatoryA[row].code);
+        _fault.surface = row;
+        _fault.levelIsDue = !frontBeginsWith(mandatoryA[row].code);
         decodeMandatory(mandatoryA, static_cast<int>(row));
         needHead(first);
         needTemperature(first + 1);
@@ -124,14 +124,14 @@ void PartDecoder::decodeSurfaces() {
 
 // As decodeSection3, a tropopause at a time.
 void PartDecoder::decodeTropopauses() {
-    stumbled.section = Stumble::TROPOPAUSES;
+    _fault.section = Fault::TROPOPAUSES;
     if (!frontBeginsWith("88")) {
         return;
     }
     while (!tokenQueue.empty() && !frontIs("88999") && !frontBeginsWith("77") &&
            (!frontBeginsWith("66") || frontIs("66666"))) {
         const std::size_t first = place();
-        stumbled.levelIsDue = !frontBeginsWith("88");
+        _fault.levelIsDue = !frontBeginsWith("88");
         decodeTrop();
         needHead(first);
         needTemperature(first + 1);
@@ -148,11 +148,11 @@ void PartDecoder::decodeTropopauses() {
 
 // As decodeSection4, a wind at a time.
 void PartDecoder::decodeMaximumWinds() {
-    stumbled.section = Stumble::MAXIMUM_WINDS;
+    _fault.section = Fault::MAXIMUM_WINDS;
     while (frontBeginsWith("77") || frontBeginsWith("66")) {
         const std::size_t first = place();
-        stumbled.levelIsDue = frontIs("66666");
-        if (stumbled.levelIsDue) {
+        _fault.levelIsDue = frontIs("66666");
+        if (_fault.levelIsDue) {
             // The opener of a national section: no maximum wind is reported below 500 hPa.
             throwErrorMsg("The max wind observation is incorrectly coded.");
         }
@@ -176,7 +176,7 @@ void PartDecoder::decodeMaximumWinds() {
 // ---------------------------------------------------------------------------------------------------------------------
 
 void PartDecoder::decodeSignificantLevels() {
-    stumbled.section = Stumble::SIGNIFICANT;
+    _fault.section = Fault::SIGNIFICANT;
     std::size_t first = place();
     decodeSection5();
     takePairs(first, false);
@@ -278,8 +278,8 @@ void PartDecoder::needPossible(const Level& level, std::size_t where) {
 }
 
 void PartDecoder::throwImpossible(const std::string& message, std::size_t where) {
-    stumbled.isImpossible = true;
-    stumbled.place = where;
+    _fault.isImpossible = true;
+    _fault.place = where;
     throw message + " Error detected at " + work.context(where);
 }
 

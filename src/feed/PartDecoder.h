@@ -1,4 +1,4 @@
-// The decoder, one step at a time, so that where it stumbles is known.
+// The decoder, one step at a time, so that where it fails is known.
 #ifndef CORVANE_FEED_PARTDECODER_H
 #define CORVANE_FEED_PARTDECODER_H
 
@@ -15,7 +15,7 @@
 namespace corvane::feed {
 
 /// Where a part cannot be decoded.
-struct Stumble {
+struct Fault {
     enum Section { SECTION_1, SURFACES, TROPOPAUSES, MAXIMUM_WINDS, SIGNIFICANT, SYSTEM, TAIL };
 
     Section section = SECTION_1;
@@ -33,10 +33,10 @@ public:
     explicit PartDecoder(const Work& groups);
 
     /// Decodes the part.
-    /// @return false when the decoder stumbles, or a value is impossible: see stumble().
+    /// @return false when the decoder fails, or a value is impossible: see fault().
     bool run();
 
-    const Stumble& stumble() const { return stumbled; }
+    const Fault& fault() const { return _fault; }
 
     /// The levels in the order of Corvane::allLevels(), as ReadLevel describes them; places in the groups given.
     std::vector<ReadLevel> takeLevels();
@@ -80,7 +80,7 @@ private:
     [[noreturn]] void throwImpossible(const std::string& message, std::size_t where);
 
     const Work& work;
-    Stumble stumbled;
+    Fault _fault;
     std::vector<ReadLevel> found;
     std::size_t tailPlace = NOT_REACHED;
 };

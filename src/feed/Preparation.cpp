@@ -87,7 +87,7 @@ bool dropTailWords(Work& work, std::size_t place) {
         ++place;
     }
     bool dropped = false;
-    bool inRemarks = false;  // after 62626 the decoder joins pieces itself, and passes over other words
+    bool inRemarks = false;  // after 62626 the decoder joins pieces itself, and skips other words
     while (place < work.size()) {
         const std::string& word = work.at(place);
         inRemarks = inRemarks || word == "62626";

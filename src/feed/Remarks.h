@@ -24,7 +24,7 @@ struct Remark {
 /// stands after a keyword: DLM WND 09523 MBL WND 08023 would be a layer from 1000 to 1000 hPa.
 std::vector<Remark> findRemarks(const Work& work, std::size_t place);
 
-/// Whether a word is one of those that the decoder does not pass over in the remarks.
+/// Whether a word is one of those that the decoder does not skip in the remarks.
 bool isKeyword(std::string_view word);
 
 }  // namespace corvane::feed

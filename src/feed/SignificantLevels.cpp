@@ -53,7 +53,7 @@ bool LevelWalk::isDue(std::string_view number) const {
     return number == numberAfter(last) || (last.empty() && partB && (number == "00" || number == "99"));
 }
 
-// Notes the number of the level at `place`. After a level that was left out the numbers close up, so that what is
+// Notes the number of the level at `place`. After a level that was left out they are renumbered, so that what is
 // written can be read again; the number is no value.
 void LevelWalk::keepInStep() {
     const std::string& group = work.at(place);

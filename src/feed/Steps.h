@@ -48,7 +48,7 @@ void mendIdOfPartBOrD(Work& work);
 /// The shape of the groups of sections 2 to 6.
 Refusal checkShapes(const Work& work);
 
-/// `tail`: words after the first opener from `place` on over which the decoder would stumble.
+/// `tail`: words after the first opener from `place` on over which the decoder would fail.
 /// @return whether there were any.
 bool dropTailWords(Work& work, std::size_t place);
 
@@ -58,14 +58,14 @@ bool dropTailWords(Work& work, std::size_t place);
 /// `closer`. With `mend` false a level that needs one refuses the part.
 Refusal checkLevels(Work& work, bool mend);
 
-// ---- Mending.cpp: decoding with the mends tried where the decoder stumbles ----
+// ---- Mending.cpp: decoding with the mends tried where the decoder fails ----
 
 struct Decoded {
     std::vector<ReadLevel> levels;
     std::string launch;
 };
 
-/// Decodes a part; mends it where the decoder stumbles.
+/// Decodes a part; mends it where the decoder fails.
 /// @return why it is refused, if it is.
 Refusal decode(Work& work, bool mend, Decoded& decoded);
 

@@ -45,7 +45,7 @@ TEST(Hydrostatic, BothEndsOfALayerThatDoesNotFitAreDoubtful) {
     ASSERT_EQ(reading.doubts.size(), 1U);
     EXPECT_EQ(reading.doubts[0].name, "hydrostatic");
     // (863 - 296) m / 2.282 m/K = 248.5 K
-    EXPECT_EQ(reading.doubts[0].text, "the heights of 1000 and 925 hPa stand for a mean of -24.7 degrees");
+    EXPECT_EQ(reading.doubts[0].text, "the heights of 1000 and 925 hPa imply a mean temperature of -24.7 degrees");
     EXPECT_TRUE(reading.doubtful());
     EXPECT_EQ(reading.levels.size(), 5U);
 }
@@ -111,7 +111,7 @@ TEST(Hydrostatic, From180To330KelvinWhereBothAreMissing) {
     EXPECT_EQ(doubts("755"), 2U);
 }
 
-TEST(Hydrostatic, SurfacesWithoutAHeightArePassedOver) {
+TEST(Hydrostatic, SurfacesWithoutAHeightAreSkipped) {
     EXPECT_EQ(doubtsOf(with(BEIJING, "92797", "92///")), Lines());
     EXPECT_EQ(doubtsOf(with(KINGSTON, "92863", "92///")),
               (Lines{"mandatory 1000: hydrostatic", "mandatory 850: hydrostatic"}));

@@ -1,4 +1,4 @@
-// The mends where the decoder stumbles, in parts A and C.
+// The mends where the decoder fails, in parts A and C.
 #include "FeedParts.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +95,7 @@ TEST(Levels, MinusZeroIsZero) {
     EXPECT_EQ(rowsOf(reading)[1], "mandatory,1000,7.6,-11.4,,,0,,,,");
 }
 
-TEST(Levels, TheShearGroupIsPassedOver) {
+TEST(Levels, TheShearGroupIsSkipped) {
     EXPECT_EQ(rowsOf(SHORT + " 88999 77269 31532 41210 31313 63203 82315"),
               (Lines{SHORT_LEVELS[0], SHORT_LEVELS[1], "maxwind,269,,,32,315,,,,,"}));
 }

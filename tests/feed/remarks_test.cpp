@@ -153,7 +153,7 @@ TEST(Remarks, TheFirstOfAKindIsFiled) {
     EXPECT_EQ(remarksOf("MBL WND 37023 MBL WND 18023"), Lines{"meanblwind,,,,11.8312,180,,,,,"});
 }
 
-TEST(Remarks, PlainWordsArePassedOver) {
+TEST(Remarks, PlainWordsAreSkipped) {
     EXPECT_EQ(mendsOfRemarks("EYE CENTER RAINBAND MXWNDBND SPLX WL WND WLX 150 A 1 ABCDE="), Lines());
     EXPECT_EQ(rowsOf(DROP_A + " MBL WND 29023").size(), feed_test::LEVELS_OF_DROP);
 }
