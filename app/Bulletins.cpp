@@ -1,12 +1,17 @@
 #include "Bulletins.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
-#include <fstream>
+#include <fcntl.h>
 #include <iostream>
+#include <istream>
+#include <optional>
+#include <streambuf>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
 
 namespace {
@@ -14,21 +19,22 @@ namespace {
 // The line that shows how far a long file is read, on a terminal only. Gone when the object goes.
 class Progress {
 public:
-    Progress(std::string name, double bytes)
-        : wanted(bytes > 0.0 && isatty(STDERR_FILENO) == 1), label(std::move(name)), total(bytes) {}
+    Progress(std::string name, off_t bytes)
+        : wanted(bytes > 0 && isatty(STDERR_FILENO) == 1), label(std::move(name)), total(bytes) {}
     ~Progress() { clear(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     Progress(Progress&&) = delete;
     Progress& operator=(Progress&&) = delete;
 
-    void show(std::uint64_t bytes) {
+    // Another so many bytes are read.
+    void advance(off_t bytes) {
+        done = std::min(done + bytes, total);
         if (!wanted || std::chrono::steady_clock::now() < due) {
             return;
         }
         due = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
-        std::cerr << "\r\033[K" << label << ": " << static_cast<int>(100.0 * static_cast<double>(bytes) / total) << " %"
-                  << std::flush;
+        std::cerr << "\r\033[K" << label << ": " << 100 * done / total << " %" << std::flush;
         shown = true;
     }
 
@@ -43,13 +49,46 @@ public:
 private:
     bool wanted;
     std::string label;
-    double total;
+    off_t total;
+    off_t done = 0;
     bool shown = false;
     std::chrono::steady_clock::time_point due = std::chrono::steady_clock::now() + std::chrono::seconds(1);
 };
 
-bool isRegularFile(const struct stat& information) {
-    return S_ISREG(information.st_mode);
+// The bytes of an open file, as they come. Progress is shown with every block, since parts may be far apart.
+class InputBuffer : public std::streambuf {
+public:
+    InputBuffer(int file, Progress& shown) : descriptor(file), progress(shown) {}
+
+    // Why reading ended before the end of the file; 0 when it did not.
+    int error() const { return failure; }
+
+protected:
+    int_type underflow() override {
+        const ssize_t count = ::read(descriptor, block.data(), block.size());
+        if (count <= 0) {
+            failure = count < 0 ? errno : 0;
+            return traits_type::eof();
+        }
+        progress.advance(count);
+        setg(block.data(), block.data(), block.data() + count);
+        return traits_type::to_int_type(block[0]);
+    }
+
+private:
+    int descriptor;
+    Progress& progress;
+    int failure = 0;
+    std::array<char, 65536> block{};
+};
+
+// The size of a regular file from where it is read; absent for anything else.
+std::optional<off_t> sizeOf(int file) {
+    struct stat information {};
+    if (fstat(file, &information) != 0 || !S_ISREG(information.st_mode)) {
+        return std::nullopt;
+    }
+    return information.st_size - lseek(file, 0, SEEK_CUR);
 }
 
 }  // namespace
@@ -61,41 +100,42 @@ void Bulletins::read(const std::vector<std::string>& files, const corvane::ReadO
         if (stopped) {
             return;
         }
-        struct stat information {};
-        errno = 0;
         if (file == "-") {
-            const bool regular = fstat(STDIN_FILENO, &information) == 0 && isRegularFile(information);
-            readInput(std::cin, file, options, handle, !regular, 0.0);
+            readInput(STDIN_FILENO, file, options, handle);
             continue;
         }
-        std::ifstream input(file, std::ios::binary);
-        if (!input) {
+        const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+        if (descriptor < 0) {
             trouble(file, errno);
             continue;
         }
-        const bool regular = stat(file.c_str(), &information) == 0 && isRegularFile(information);
-        readInput(input, file, options, handle, !regular, regular ? static_cast<double>(information.st_size) : 0.0);
+        readInput(descriptor, file, options, handle);
+        close(descriptor);
     }
 }
 
-void Bulletins::readInput(std::istream& input, const std::string& name, const corvane::ReadOptions& options,
-                          const Handler& handle, bool live, double bytes) {
-    Progress progress(name, bytes);
+void Bulletins::readInput(int file, const std::string& name, const corvane::ReadOptions& options,
+                          const Handler& handle) {
+    const std::optional<off_t> size = sizeOf(file);
+    Progress progress(name, size.value_or(0));
+    InputBuffer bytes(file, progress);
+    std::istream input(&bytes);
     corvane::BulletinReader bulletins(input, name);
     corvane::Part part;
     while (!stopped && bulletins.next(part)) {
         const corvane::Reading reading = corvane::read(part, options);
         count(reading);
-        if (!quiet && (reading.status == corvane::Reading::REFUSED || reading.mended() || reading.doubtful())) {
-            progress.clear();
-            report(part, reading);
+        if (reading.status == corvane::Reading::REFUSED || reading.mended() || reading.doubtful()) {
+            progress.clear();  // for the handler too, which may report the part
+            if (!quiet) {
+                report(part, reading);
+            }
         }
-        handle(part, reading, live);
-        progress.show(bulletins.bytes());
+        handle(part, reading, !size);
     }
     progress.clear();
-    if (input.bad()) {
-        trouble(name == "-" ? "standard input" : name, errno);
+    if (bytes.error() != 0) {
+        trouble(name == "-" ? "standard input" : name, bytes.error());
     }
 }
 
@@ -141,7 +181,7 @@ void Bulletins::summarize() const {
 
 void Bulletins::trouble(const std::string& name, int error) {
     troubled = true;
-    say(program + ": " + name + ": " + std::strerror(error != 0 ? error : EIO));
+    say(program + ": " + name + ": " + std::strerror(error));
 }
 
 ExitStatus Bulletins::status() const {

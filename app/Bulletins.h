@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -50,8 +49,7 @@ public:
     std::size_t decoded() const { return counts.decoded; }
 
 private:
-    void readInput(std::istream& input, const std::string& name, const corvane::ReadOptions& options,
-                   const Handler& handle, bool live, double bytes);
+    void readInput(int file, const std::string& name, const corvane::ReadOptions& options, const Handler& handle);
     void count(const corvane::Reading& reading);
     static void say(const std::string& line);
 

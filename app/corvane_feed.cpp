@@ -4,6 +4,7 @@
 #include "Output.h"
 #include "SoundingTable.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <CLI/CLI.hpp>
 #include <corvane/Feed.h>
@@ -13,6 +14,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -41,7 +43,10 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     app.add_flag("--no-mends", arguments.noMends, "Cut and check, but mend nothing");
     auto* print = app.add_flag("--print", arguments.print, "Write the parts as they are decoded instead of the table");
     app.add_flag("--soundings", arguments.soundings, "Write a row for each level of a whole sounding")->excludes(print);
-    app.add_option("--parts", arguments.partsFile, "Write a table of all parts to this file")->type_name("FILE");
+    app.add_option("--parts", arguments.partsFile, "Write a table of all parts to this file")
+        ->type_name("FILE")
+        ->check([](const std::string& name) { return std::string(name.empty() ? "the name of a file is needed" : ""); },
+                "");
     app.add_flag("--quiet", arguments.quiet, "Write only the summary to standard error");
     try {
         app.parse(argc, argv);
@@ -55,13 +60,18 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     return std::nullopt;
 }
 
-void appendGroups(std::string& out, const corvane::Reading& reading) {
-    for (const std::string& group : reading.groups) {
-        out += group;
-        out += ' ';
+// Whether a file is one that the bulletins are read from, under whatever name.
+bool isInput(const std::string& file, const std::vector<std::string>& inputs) {
+    struct stat wanted {};
+    if (stat(file.c_str(), &wanted) != 0 || !S_ISREG(wanted.st_mode)) {
+        return false;
     }
-    out.back() = '=';
-    out += '\n';
+    const auto isSame = [&wanted](const std::string& name) {
+        struct stat input {};
+        const int found = name == "-" ? fstat(STDIN_FILENO, &input) : stat(name.c_str(), &input);
+        return found == 0 && input.st_dev == wanted.st_dev && input.st_ino == wanted.st_ino;
+    };
+    return inputs.empty() ? isSame("-") : std::any_of(inputs.begin(), inputs.end(), isSame);
 }
 
 int run(const Arguments& arguments) {
@@ -69,6 +79,10 @@ int run(const Arguments& arguments) {
     Output table(STDOUT_FILENO);
     std::optional<Output> parts;
     if (!arguments.partsFile.empty()) {
+        if (isInput(arguments.partsFile, arguments.files)) {
+            std::cerr << PROGRAM << ": " << arguments.partsFile << ": the table of parts would overwrite an input\n";
+            return EXIT_TROUBLE;
+        }
         const int descriptor = open(arguments.partsFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         if (descriptor < 0) {
             bulletins.trouble(arguments.partsFile, errno);
@@ -93,7 +107,7 @@ int run(const Arguments& arguments) {
                        } else if (!arguments.print) {
                            corvane::table::appendFeedRows(table.text, part, reading);
                        } else if (reading.status == corvane::Reading::DECODED) {
-                           appendGroups(table.text, reading);
+                           corvane::table::appendGroups(table.text, reading);
                        }
                        if (parts) {
                            corvane::table::appendPartsRow(parts->text, part, reading);
@@ -134,7 +148,6 @@ int run(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
     keepStandardStreams();
-    std::ios_base::sync_with_stdio(false);  // std::cin is read in blocks
     Arguments arguments;
     if (const std::optional<int> status = parse(argc, argv, arguments)) {
         return *status;

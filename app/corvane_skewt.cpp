@@ -260,7 +260,6 @@ int run(const Arguments& arguments) {
 
 int main(int argc, char** argv) {
     keepStandardStreams();
-    std::ios_base::sync_with_stdio(false);  // std::cin is read in blocks
     Arguments arguments;
     if (const std::optional<int> status = parse(argc, argv, arguments)) {
         return *status;

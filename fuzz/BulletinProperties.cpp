@@ -1,5 +1,6 @@
 #include "BulletinProperties.h"
 
+#include "FeedTable.h"
 #include "Table.h"
 
 #include <algorithm>
@@ -39,17 +40,6 @@ bool isWord(const std::string& group) {
 bool beginsWithWords(const std::vector<std::string>& groups) {
     const auto end = groups.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(groups.size(), 8));
     return std::any_of(groups.begin(), end, [](const std::string& group) { return isWord(group) || group == "NIL."; });
-}
-
-// Words of a heading that stood on several lines, so that they were none; on one line they would be.
-bool holdsHeading(const std::vector<std::string>& groups) {
-    for (std::size_t i = 0; i + 2 < groups.size(); ++i) {
-        const std::string& first = groups[i];
-        if (first.size() == 6 && isWord(first.substr(0, 4)) && groups[i + 1].size() == 4 && isWord(groups[i + 1])) {
-            return true;
-        }
-    }
-    return false;
 }
 
 std::vector<std::string> textsOf(const Part& part) {
@@ -258,14 +248,23 @@ std::vector<Part> partsOf(const std::string& bulletins) {
 }
 
 std::string bulletinOf(const Part& part) {
-    return part.mmmm + ' ' + join(textsOf(part)) + "=\n";
+    Reading unread;
+    unread.groups = textsOf(part);
+    unread.groups.insert(unread.groups.begin(), part.mmmm);
+    std::string text;
+    corvane::table::appendGroups(text, unread);
+    return text;
 }
 
 std::vector<std::string> rowsOf(const Reading& reading) {
+    Reading unmended = reading;
+    unmended.mends.clear();
+    std::string table;
+    corvane::table::appendFeedRows(table, Part(), unmended);
     std::vector<std::string> rows;
-    for (const ReadLevel& level : reading.levels) {
-        rows.emplace_back();
-        corvane::table::appendRow(rows.back(), level.values);
+    std::istringstream lines(table);
+    for (std::string row; std::getline(lines, row);) {
+        rows.push_back(row);
     }
     return rows;
 }
@@ -341,10 +340,12 @@ std::string printedPartReadsTheSame(const Reading& reading) {
         return "";
     }
     const std::vector<std::string> groups(reading.groups.begin() + 1, reading.groups.end());
-    if (beginsWithWords(groups) || holdsHeading(groups) || groups.size() > corvane::MAXIMUM_GROUPS) {
+    if (beginsWithWords(groups) || groups.size() > corvane::MAXIMUM_GROUPS) {
         return "";
     }
-    const std::vector<Part> parts = partsOf(join(reading.groups) + '=');
+    std::string printed;
+    corvane::table::appendGroups(printed, reading);
+    const std::vector<Part> parts = partsOf(printed);
     if (parts.size() != 1) {
         return "a printed part is cut into " + std::to_string(parts.size());
     }
@@ -368,7 +369,7 @@ std::string orderDoesNotMatter(const std::vector<Part>& parts) {
     std::string backwards;
     std::vector<const Part*> kept;
     for (const Part& part : parts) {
-        if (part.excess.empty() && !holdsHeading(textsOf(part))) {
+        if (part.excess.empty()) {
             kept.push_back(&part);
         }
     }

@@ -13,10 +13,10 @@ namespace fuzz {
 
 std::vector<corvane::Part> partsOf(const std::string& bulletins);
 
-// A part as it could stand in a bulletin: MMMM and its groups with single spaces, and "=".
+// A part as it could stand in a bulletin: MMMM and its groups as --print writes them.
 std::string bulletinOf(const corvane::Part& part);
 
-// The rows of the levels, columns type to pres2, in table order.
+// The rows of corvane-feed, in table order, without source, heading and mends.
 std::vector<std::string> rowsOf(const corvane::Reading& reading);
 
 // The parts follow each other in the input, each within its limits and its groups in order.

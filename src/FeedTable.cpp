@@ -1,6 +1,7 @@
 #include "FeedTable.h"
 
 #include "Csv.h"
+#include "feed/Groups.h"
 #include "Table.h"
 
 #include <algorithm>
@@ -101,6 +102,18 @@ void appendFeedRows(std::string& out, const Part& part, const Reading& reading) 
         appendRow(out, level.values);
         out += '\n';
     }
+}
+
+void appendGroups(std::string& out, const Reading& reading) {
+    const std::vector<std::string>& groups = reading.groups;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const bool wouldBeHeading = i + 2 < groups.size() && feed::isDesignator(groups[i]) &&
+                                    feed::isCentre(groups[i + 1]) && feed::isHeadingTime(groups[i + 2]);
+        out += groups[i];
+        out += wouldBeHeading ? '\n' : ' ';
+    }
+    out.back() = '=';
+    out += '\n';
 }
 
 void appendPartsHeader(std::string& out) {

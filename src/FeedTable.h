@@ -33,6 +33,10 @@ void appendFeedHeader(std::string& out);
 /// Appends a row for each level of a part.
 void appendFeedRows(std::string& out, const Part& part, const Reading& reading);
 
+/// Appends the groups of a decoded part as they were given to the decoder, on a line ended by "=". Words that would be
+/// a heading on one line, which cuts the part when it is read again, have a line end after the first one.
+void appendGroups(std::string& out, const Reading& reading);
+
 /// Appends the header of the table of parts, with its line end.
 void appendPartsHeader(std::string& out);
 

@@ -98,6 +98,10 @@ std::size_t placeOfGluedIdentifier(std::string_view word) {
     return isAnyIdentifier(word.substr(last)) && isDigitsAndSolidi(word.substr(0, last)) ? last : 0;
 }
 
+// The indicators of a heading that are kept: every row repeats the heading, and a line may be endless. Real headings
+// have two at most.
+constexpr std::size_t MAXIMUM_INDICATORS = 8;
+
 // The BBB words of an abbreviated heading: delayed, corrected, amended, segmented bulletins (WMO-No. 386).
 bool isHeadingIndicator(std::string_view word) {
     return hasForm(word, "RR@") || hasForm(word, "CC@") || hasForm(word, "AA@") || hasForm(word, "P@@") ||
@@ -298,20 +302,19 @@ Word BulletinReader::Cutter::take() {
 // Words to parts
 // ---------------------------------------------------------------------------------------------------------------------
 
-// TTAAii CCCC YYGGgg on one line, the time with or without a Z (WMO-No. 386).
+// TTAAii CCCC YYGGgg on one line.
 bool BulletinReader::Cutter::isHeading() {
     const Word* word = peek(0);
-    if (!hasForm(word->text, "@@@@dd")) {
+    if (!isDesignator(word->text)) {
         return false;
     }
     const std::uint64_t headingLine = word->line;
     word = peek(1);
-    if (word == nullptr || !hasForm(word->text, "@@@@")) {
+    if (word == nullptr || !isCentre(word->text)) {
         return false;
     }
     word = peek(2);
-    return word != nullptr && word->line == headingLine &&
-           (hasForm(word->text, "dddddd") || hasForm(word->text, "ddddddZ"));
+    return word != nullptr && word->line == headingLine && isHeadingTime(word->text);
 }
 
 void BulletinReader::Cutter::takeHeading() {
@@ -320,9 +323,13 @@ void BulletinReader::Cutter::takeHeading() {
     heading = take().text;
     heading += ' ' + take().text;
     heading += ' ' + take().text;
+    std::size_t indicators = 0;
     for (const Word* word = peek(0); word != nullptr && word->line == headingLine && isHeadingIndicator(word->text);
          word = peek(0)) {
-        heading += ' ' + take().text;
+        const Word indicator = take();
+        if (++indicators <= MAXIMUM_INDICATORS) {
+            heading += ' ' + indicator.text;
+        }
     }
 }
 

@@ -55,6 +55,10 @@ bool isOpenerAmongLevels(std::string_view group) {
     return isOpener(group) && group != "31313" && group != "55555" && group != "66666";
 }
 
+bool saysNoLevel(std::string_view group) {
+    return group == "88999" || group == "77999" || group == "/////";
+}
+
 bool mayBeTemperature(std::string_view opener) {
     return opener[0] == '3' || opener[0] == '5';
 }

@@ -35,6 +35,17 @@ constexpr bool hasForm(std::string_view text, std::string_view pattern) {
     return true;
 }
 
+/// The three words of an abbreviated heading TTAAii CCCC YYGGgg, the time with or without a Z (WMO-No. 386).
+constexpr bool isDesignator(std::string_view word) {
+    return hasForm(word, "@@@@dd");
+}
+constexpr bool isCentre(std::string_view word) {
+    return hasForm(word, "@@@@");
+}
+constexpr bool isHeadingTime(std::string_view word) {
+    return hasForm(word, "dddddd") || hasForm(word, "ddddddZ");
+}
+
 /// Whether a text holds nothing but digits and solidi. True for an empty one.
 bool isDigitsAndSolidi(std::string_view text);
 
@@ -57,6 +68,9 @@ bool isOpener(std::string_view group);
 /// Whether a group opens a section where a level nnPPP of sections 5 and 6 could stand: 31313 aside, an opener whose
 /// first two digits are no level number. 55555 and 66666 may be levels.
 bool isOpenerAmongLevels(std::string_view group);
+
+/// Whether a group says that there is no level: 88999, 77999, /////.
+bool saysNoLevel(std::string_view group);
 
 /// Whether an opener may as well be a temperature TTTDD: 31313 (-31.3 degrees) and 51515 to 59595 (-51.5 to -59.5).
 /// The others would be +41.4 degrees and more. None can be a wind.

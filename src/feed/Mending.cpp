@@ -23,14 +23,39 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 // The mends, each for one kind of fault. They return whether they fit.
 // ---------------------------------------------------------------------------------------------------------------------
 
+// Whether levels follow an opener before which a closer is written. 51515 to 59595 may as well be the temperature of a
+// tropopause whose first group is missing. What cannot stand in section 9 tells: a maximum wind, 77999 or 31313.
+bool hidesLevels(const Work& work, std::size_t opener) {
+    if (work.at(opener) == "31313" || !isOpener(work.at(opener)) || !mayBeTemperature(work.at(opener))) {
+        return false;
+    }
+    for (std::size_t place = opener + 1; place < work.size(); ++place) {
+        const std::string& group = work.at(place);
+        if (isOpener(group) && !mayBeTemperature(group)) {
+            return false;
+        }
+        if (group == "31313" || hasForm(group, "77???") || hasForm(group, "66???")) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Notes a closer that is written before the group at `place`, which may be the end.
+void noteCloser(Work& work, const std::string& closer, std::size_t place) {
+    const std::string& group = work.at(place);
+    const std::string text = "wrote " + closer + (group.empty() ? " at the end" : " before " + group);
+    const bool lost = hidesLevels(work, place);
+    work.note("closer", lost ? text + "; not read: " + work.context(place) : text, place, 0, lost);
+}
+
 // `closer`: section 2 ends without the 88999 that says that there is no tropopause.
 bool closeSurfaces(Work& work, const Fault& fault) {
     const std::string& group = work.at(fault.place);
     if (!group.empty() && group != "77999" && !isOpener(group)) {
         return false;
     }
-    work.note("closer", "wrote 88999 " + (group.empty() ? std::string("at the end") : "before " + group), fault.place,
-              0);
+    noteCloser(work, "88999", fault.place);
     work.insert(fault.place, {"88999"});
     return true;
 }
@@ -71,11 +96,10 @@ bool writeSurfaces(Work& work, const PartDecoder& decoder) {
 
 // `closer`: section 4 is missing, and an opener stands where a tropopause or a maximum wind could.
 bool closeTropopauses(Work& work, const Fault& fault) {
-    const std::string group = work.at(fault.place);
-    if (!isOpener(group)) {
+    if (!isOpener(work.at(fault.place))) {
         return false;
     }
-    work.note("closer", "wrote 77999 before " + group, fault.place, 0);
+    noteCloser(work, "77999", fault.place);
     work.insert(fault.place, {"77999"});
     return true;
 }
@@ -85,7 +109,8 @@ bool completeSystem(Work& work, std::size_t opener) {
     const std::string system = work.at(opener + 1);
     const std::string time = work.at(opener + 2);
     if (system.empty() || isOpener(system)) {
-        work.note("section-7", "wrote ///// 8//// after 31313", opener + 1, 0);
+        const bool doubled = system == "31313";  // what follows the second one is not read
+        work.note("section-7", "wrote ///// 8//// after 31313", opener + 1, 0, doubled);
         work.insert(opener + 1, {"/////", "8////"});
     } else if (hasForm(system, "8????") || system.size() < 5) {
         work.note("section-7", "wrote ///// before " + system, opener + 1, 0);
@@ -96,6 +121,13 @@ bool completeSystem(Work& work, std::size_t opener) {
         work.insert(opener + 2, {"8////"});
     }
     return true;
+}
+
+// `section-7`: a group in the place of the launch time that is not a time.
+void dropLaunch(Work& work, std::size_t place) {
+    const std::string group = work.at(place);
+    work.replace(place, "8////");
+    work.note("section-7", group + " read as 8////", place, 1, true);
 }
 
 // `depression`: 51 to 55 is no code for a dew-point depression (code table 0777).
@@ -110,8 +142,8 @@ bool dropDepression(Work& work, const Fault& fault) {
 // `remark`: without its keyword a remark is plain words.
 bool dropRemark(Work& work, const Fault& fault) {
     std::size_t place = fault.place;
-    const bool atPlace = fault.isImpossible || beginsWith(fault.message, "At least") || work.at(place) == "WL";
-    if (!atPlace || !isKeyword(work.at(place))) {
+    const bool mayBeAtPlace = beginsWith(fault.message, "At least") || work.at(place) == "WL";
+    if (!fault.isImpossible && !(mayBeAtPlace && isKeyword(work.at(place)))) {
         do {
             if (place == 0) {
                 return false;
@@ -166,7 +198,7 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     std::size_t end = tail;
     bool holdsLevel = false;
     while (end < work.size() && !isOpener(work.at(end))) {
-        holdsLevel = holdsLevel || (work.at(end) != "77999" && work.at(end) != "88999" && work.at(end) != "/////");
+        holdsLevel = holdsLevel || !saysNoLevel(work.at(end));
         ++end;
     }
     const bool hasSeaTemperature =
@@ -205,6 +237,14 @@ Attempt attemptToDecode(Work work, bool mend) {
                 if (mendLeftovers(attempt, decoder.tail())) {
                     continue;
                 }
+            }
+            if (decoder.hasUnreadableLaunch()) {
+                if (!mend) {
+                    attempt.refusal =
+                        attempt.work.refuse("The launch time (8GGgg) is incorrectly coded.", decoder.launchPlace());
+                    return attempt;
+                }
+                dropLaunch(attempt.work, decoder.launchPlace());
             }
             attempt.decoded.launch = decoder.launch();
             attempt.decoded.levels = decoder.takeLevels();

@@ -28,6 +28,11 @@ bool saysNothing(const Corvane::Level& level) {
     });
 }
 
+// 8GGgg
+bool isLaunchTime(std::string_view group) {
+    return hasForm(group, "8dddd") && number(group.substr(1, 2)) <= 24 && number(group.substr(3)) <= 59;
+}
+
 // The decoder's NaN is a missing value, and -0 is 0.
 void tidy(Corvane::Level& level) {
     for (auto field = level.fields.begin(); field != level.fields.end();) {
@@ -297,14 +302,24 @@ std::vector<ReadLevel> PartDecoder::takeLevels() {
 // What mends ask
 // ---------------------------------------------------------------------------------------------------------------------
 
-// 31313 srrarasasa 8GGgg
-std::string PartDecoder::launch() const {
-    const std::string& group = work.at(tailPlace + 2);
-    if (work.at(tailPlace) != "31313" || !hasForm(group, "8dddd") ||
-        number(std::string_view(group).substr(1, 2)) > 24 || number(std::string_view(group).substr(3)) > 59) {
-        return {};
+// 31313 srrarasasa 8GGgg. Doubled closers and solidi before 31313 say nothing.
+std::size_t PartDecoder::launchPlace() const {
+    std::size_t opener = tailPlace;
+    while (saysNoLevel(work.at(opener))) {
+        ++opener;
     }
-    return group.substr(1);
+    return work.at(opener) == "31313" ? opener + 2 : work.size();
+}
+
+std::string PartDecoder::launch() const {
+    const std::string& group = work.at(launchPlace());
+    return isLaunchTime(group) ? group.substr(1) : std::string();
+}
+
+bool PartDecoder::hasUnreadableLaunch() const {
+    const std::string& group = work.at(launchPlace());
+    const bool notReported = hasForm(group, "8????") && group.find('/') != std::string::npos;
+    return !group.empty() && !isOpener(group) && !notReported && !isLaunchTime(group);
 }
 
 std::vector<std::string> PartDecoder::surfaceCodes() const {

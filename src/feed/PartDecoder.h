@@ -43,6 +43,10 @@ public:
 
     /// Launch time GGgg of section 7; empty where it is not given.
     std::string launch() const;
+    /// The place of the launch time 8GGgg; the end where there is no section 7.
+    std::size_t launchPlace() const;
+    /// Whether the group there is neither a time nor solidi.
+    bool hasUnreadableLaunch() const;
 
     /// Whether sections 2 to 6 are decoded, and the place of the first group after them.
     bool hasReachedTail() const { return tailPlace != NOT_REACHED; }

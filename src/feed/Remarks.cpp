@@ -85,6 +85,15 @@ Remark remarkAt(const Work& work, std::size_t place, const RemarkForm& form) {
     return {form.kind, place, whole ? next - place : 1, whole};
 }
 
+// A keyword in two pieces, WL1 50 or RE L, with values after it: the decoder takes it for plain words.
+bool isSplitKeyword(const Work& work, std::size_t place, std::string_view keyword) {
+    const std::string& first = work.at(place);
+    const std::string& second = work.at(place + 1);
+    const std::string& value = work.at(place + 2);
+    return first.size() + second.size() == keyword.size() && first + second == keyword && !isKeyword(first) &&
+           !value.empty() && (isDigit(value[0]) || value[0] == '/' || value == "WND");
+}
+
 }  // namespace
 
 std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
@@ -98,6 +107,8 @@ std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
                                   (form.keyword != "WL" || work.at(place + 1) == form.second);  // WL alone is a word
             if (isRemark) {
                 remarks.push_back(remarkAt(work, place, form));
+            } else if (isSplitKeyword(work, place, form.keyword)) {
+                remarks.push_back({form.kind, place, 2, false});
             }
         }
     }

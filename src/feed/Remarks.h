@@ -17,7 +17,7 @@ struct Remark {
     Corvane::LEVEL_TYPE kind;
     std::size_t place;  ///< of its keyword
     std::size_t count;  ///< of its groups, the keyword included
-    bool isWhole;       ///< whether its values are digits, or solidi where a wind may be missing
+    bool isWhole;  ///< whether its keyword is one word and its values are digits, or solidi where a wind may be missing
 };
 
 /// Every remark that gives a level, from the first 62626 at or after `place`. The decoder makes numbers of whatever

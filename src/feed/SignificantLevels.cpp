@@ -27,7 +27,7 @@ private:
     std::optional<double> pressureAt(std::size_t where) const;
     bool beginsSection6Unmarked(std::string_view number, std::optional<double> pressure) const;
     bool isHundredHectopascals() const;
-    Refusal dropLevel(const std::string& text, bool lost);
+    Refusal dropLevel(const std::string& reason, const std::string& text, bool lost);
     bool isHalf(std::size_t valuePlace) const;
     Refusal needsMend(const std::string& reason) const { return work.refuse(reason, place); }
 
@@ -115,14 +115,14 @@ bool LevelWalk::isHalf(std::size_t valuePlace) const {
     return value == "31313" && hasForm(work.at(valuePlace + 2), "8????");  // 31313 srrarasasa 8GGgg
 }
 
-// Leaves out the level at `place` with the group after it.
-Refusal LevelWalk::dropLevel(const std::string& text, bool lost) {
+// Leaves out the level at `place` with the group after it; without mends it is a reason to refuse the part.
+Refusal LevelWalk::dropLevel(const std::string& reason, const std::string& text, bool lost) {
     const std::string& value = work.at(place + 1);
     if (value.empty() || value == "21212" || isOpener(value)) {
         return work.refuse("The level has no second group.", place);
     }
     if (!mend) {
-        return needsMend(text);
+        return needsMend(reason);
     }
     work.note("gap", text, place, 2, lost);
     last = work.at(place).substr(0, 2);
@@ -152,11 +152,12 @@ Refusal LevelWalk::step() {
     }
     if (!pressure) {
         const std::string& value = work.at(place + 1);
-        return dropLevel("left out " + group + ' ' + value + ", a level without a pressure",
+        return dropLevel("A level has no pressure.", "left out " + group + ' ' + value + ", a level without a pressure",
                          value.find_first_of("0123456789") != std::string::npos);
     }
     if (isHundredHectopascals()) {
-        return dropLevel("left out " + group + ' ' + work.at(place + 1) + ", a level at 100 hPa", true);
+        return dropLevel("A level at 100 hPa cannot be coded in part D.",
+                         "left out " + group + ' ' + work.at(place + 1) + ", a level at 100 hPa", true);
     }
     if (*pressure > lastPressure) {
         return work.refuse("The pressure is above that of the level before.", place);

@@ -184,6 +184,22 @@ TEST(Cutter, AHeadingHasAllItsIndicators) {
     EXPECT_EQ(headingOf("USUS50 KWBC 130000\nRRA\nTTAA 1"), "USUS50 KWBC 130000");
 }
 
+// Every row repeats the heading, and a line may be endless.
+TEST(Cutter, AHeadingKeepsEightIndicatorsAtMost) {
+    std::string text = "USUS50 KWBC 130000";
+    for (int i = 0; i < 8; ++i) {
+        text += " RRA";
+    }
+    EXPECT_EQ(headingOf(text + "\nTTAA 1"), text);
+    EXPECT_EQ(headingOf(text + " CCB\nTTAA 1"), text);
+    std::string endless = text;
+    for (int i = 0; i < 10000; ++i) {
+        endless += " RRB";
+    }
+    EXPECT_EQ(headingOf(endless + " TTAA 1"), text);
+    EXPECT_EQ(cut(endless + " TTAA 1"), Lines{"TTAA 1"});
+}
+
 TEST(Cutter, WhatIsNoHeadingChangesNone) {
     for (const std::string text :
          {"USMH1 KTAM 120600", "USUS50 KWB 130000", "USUS50 KWBC 13000", "USUS50 KWBC 1300000", "USUS5 KWBC 130000",

@@ -10,9 +10,11 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <poll.h>
+#include <pty.h>
 #include <random>
 #include <string>
 #include <sys/wait.h>
@@ -268,11 +270,70 @@ TEST_F(FeedProgram, NoFileTakesThePlaceOfAClosedStream) {
                                 "-:1,,TEMP,A,54511,28,23,decoded,1,,\n");
 }
 
+// The table of parts is opened before anything is read, and an input would be empty then.
+TEST_F(FeedProgram, TheTableOfPartsDoesNotOverwriteAnInput) {
+    const std::string other = file("other.txt", GROUND);
+    const std::string input = file("input.txt", GROUND);
+    const std::string link = path("link.txt");
+    std::filesystem::create_hard_link(input, link);
+    Streams streams;
+    streams.inputFile = input;
+    for (const ProgramRun& run : {runFeed({"--parts", input, other, input}), runFeed({"--parts", link, input}),
+                                  runFeed({"--parts", input}, streams), runFeed({"--parts", link, "-"}, streams)}) {
+        EXPECT_EQ(run.output, "");
+        EXPECT_NE(run.errors.find(": the table of parts would overwrite an input\n"), std::string::npos) << run.errors;
+        EXPECT_EQ(run.exitStatus, 2);
+        EXPECT_EQ(contentOf(input), GROUND);
+    }
+    EXPECT_EQ(runFeed({"--parts", other, input}).exitStatus, 0);
+    EXPECT_EQ(runFeed({"--parts", "/dev/null", "/dev/null"}).exitStatus, 1);
+}
+
+// ---- progress ----
+
+// What the program writes to a terminal until it has shown a share of the bytes, or has ended.
+std::string progressOf(const std::string& input, bool redirected) {
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        dup2(nowhere, STDOUT_FILENO);
+        if (redirected) {
+            dup2(open(input.c_str(), O_RDONLY), STDIN_FILENO);
+        }
+        execl(CORVANE_FEED_PATH, CORVANE_FEED_PATH, redirected ? "-" : input.c_str(), nullptr);
+        _exit(127);
+    }
+    std::string text;
+    std::array<char, 4096> buffer{};
+    pollfd end{terminal, POLLIN, 0};
+    while (text.find(" %") == std::string::npos && poll(&end, 1, 60000) == 1) {
+        const ssize_t length = read(terminal, buffer.data(), buffer.size());
+        if (length <= 0) {
+            break;
+        }
+        text.append(buffer.data(), static_cast<std::size_t>(length));
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    close(terminal);
+    return text;
+}
+
+// A long file without a single part shows progress too, however it is named. Its zero bytes take no room on the disk.
+TEST_F(FeedProgram, ProgressIsShownOnATerminal) {
+    const std::string input = file("long.txt", "");
+    std::filesystem::resize_file(input, 20000000000);
+    EXPECT_NE(progressOf(input, false).find("\r\033[K" + input + ": "), std::string::npos);
+    EXPECT_NE(progressOf(input, true).find("\r\033[K-: "), std::string::npos);
+}
+
 // ---- usage ----
 
 TEST_F(FeedProgram, UsageErrorsAreTrouble) {
-    for (const Arguments& arguments : {Arguments{"--nonsense"}, Arguments{"-x"}, Arguments{"--parts"},
-                                       Arguments{"--print", "--soundings"}, Arguments{"--quiet=maybe"}}) {
+    for (const Arguments& arguments :
+         {Arguments{"--nonsense"}, Arguments{"-x"}, Arguments{"--parts"}, Arguments{"--parts", ""},
+          Arguments{"--print", "--soundings"}, Arguments{"--quiet=maybe"}}) {
         const ProgramRun run = feed(GROUND, arguments);
         EXPECT_EQ(run.exitStatus, 2) << arguments.front();
         EXPECT_EQ(run.output, "") << arguments.front();

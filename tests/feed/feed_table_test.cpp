@@ -99,6 +99,23 @@ TEST(FeedTable, SourceIsNameAndLine) {
     EXPECT_EQ(out, "\"a, \"\"b\"\".txt:3\",,TEMP,A,72576,,,NIL,0,,\n");
 }
 
+// Words after 61616 on two lines; on one line they would end the part.
+TEST(FeedTable, PrintedGroupsAreNoHeading) {
+    const std::string beginning = "TTAA 2823/ 54511 99015 02257 00000 88999 77999 61616 ";
+    for (const std::string time : {"130000", "130000Z"}) {
+        const corvane::Reading reading = feed_test::readOnly(beginning + "USUS50 KWBC\n" + time);
+        std::string printed;
+        corvane::table::appendGroups(printed, reading);
+        EXPECT_EQ(printed, beginning + "USUS50\nKWBC " + time + "=\n");
+        EXPECT_EQ(feed_test::givenOf(printed), feed_test::givenOf(reading));
+    }
+    for (const std::string words : {"USUS50 KWBC 13000", "USUS5 KWBC 130000", "USUS50 KWB 130000"}) {
+        std::string printed;
+        corvane::table::appendGroups(printed, feed_test::readOnly(beginning + words));
+        EXPECT_EQ(printed, beginning + words + "=\n");
+    }
+}
+
 TEST(PartsTable, EveryStatusHasARow) {
     EXPECT_EQ(partsRowOf(BEIJING), "-:1,,TEMP,A,54511,28,23,decoded,13,,\n");
     EXPECT_EQ(partsRowOf(with(BEIJING, "28231", "28232")), "-:1,,TEMP,A,54511,28,23,decoded,13,id,\n");

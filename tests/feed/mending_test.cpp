@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -217,6 +219,63 @@ TEST(CloserMend, Group66666IsNoMaximumWind) {
     EXPECT_EQ(rowsOf(SHORT + " 88999 77269 31532 66666 12345").size(), 3U);
 }
 
+// 51515 to 59595 may be the temperature of a tropopause whose 88PPP is missing: -56.5 degrees here.
+TEST(CloserMend, LevelsAfterACloserAreLost) {
+    const std::string whole = SHORT + " 88228 56565 14076 77235 27080 31313 46208 80601";
+    EXPECT_EQ(rowsOf(whole), (Lines{SHORT_LEVELS[0], SHORT_LEVELS[1], "tropopause,228,-56.5,-71.5,76,140,,,,,",
+                                    "maxwind,235,,,80,270,,,,,"}));
+    EXPECT_EQ(mendsOf(whole), Lines());
+    const Reading reading = readOnly(with(whole, "88228 ", ""));
+    EXPECT_EQ(mendsOf(reading), Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 77235 27080 31313 "
+                                      "46208 ..."});
+    EXPECT_EQ(rowsOf(reading), SHORT_LEVELS);
+    EXPECT_EQ(mendsOf(SHORT + " 56565 14076 66235 27080"),
+              Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 66235 27080 ..."});
+    EXPECT_EQ(mendsOf(SHORT + " 56565 14076 77999"),
+              Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 77999 ..."});
+    EXPECT_EQ(mendsOf(SHORT + " 56565 14076 57575 14080 31313 46208 80601"),
+              Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 57575 14080 31313 46208 ..."});
+    // The second of two tropopauses.
+    EXPECT_EQ(mendsOf(with(whole, "77235", "56565 14080 77235")),
+              Lines{"lost closer: wrote 77999 before 56565; not read: 56565 14080 77235 27080 31313 46208 ..."});
+}
+
+TEST(CloserMend, GroupsOfANationalSectionAreNotLost) {
+    EXPECT_EQ(mendsOf(SHORT + " 51515 10164 00051 10194 30503 28511"), Lines{"closer: wrote 88999 before 51515"});
+    EXPECT_EQ(mendsOf(SHORT + " 51515 10164 61616 77235"), Lines{"closer: wrote 88999 before 51515"});
+    EXPECT_EQ(mendsOf(SHORT + " 51515 10164 66666 12345"), Lines{"closer: wrote 88999 before 51515"});
+    EXPECT_EQ(mendsOf(SHORT), Lines{"closer: wrote 88999 at the end"});
+    EXPECT_EQ(mendsOf(SHORT + " 31313 46208 80601 51515 77235"), Lines{"closer: wrote 88999 before 31313"});
+    EXPECT_EQ(mendsOf(SHORT + " 61616 77235 27080"), Lines{"closer: wrote 88999 before 61616"});
+}
+
+// A temperature TTTDD that looks like an opener stands where a temperature is due.
+TEST(Levels, ATemperatureThatLooksLikeAnOpenerAtEveryLevelOfPartA) {
+    const std::vector<std::pair<std::string, std::string>> openers{
+        {"31313", "-31.3,-32.6"}, {"51515", "-51.5,-53"},   {"52525", "-52.5,-55"},
+        {"53535", "-53.5,-57"},   {"54545", "-54.5,-59"},   {"56565", "-56.5,-71.5"},
+        {"57575", "-57.5,-82.5"}, {"58585", "-58.5,-93.5"}, {"59595", "-59.5,-104.5"}};
+    const Lines temperatures{"02257", "07669", "08073", "04069", "02566", "16375", "29370",
+                             "45367", "54365", "621//", "605//", "589//", "639//"};
+    const Lines rows = rowsOf(BEIJING);
+    ASSERT_EQ(temperatures.size(), rows.size());
+    for (std::size_t level = 0; level < temperatures.size(); ++level) {
+        for (const auto& [opener, values] : openers) {
+            const Reading reading = readOnly(with(BEIJING, ' ' + temperatures[level] + ' ', ' ' + opener + ' '));
+            const Lines changed = rowsOf(reading);
+            ASSERT_EQ(changed.size(), rows.size()) << opener << " at " << rows[level];
+            for (std::size_t i = 0; i < rows.size(); ++i) {
+                if (i != level) {
+                    EXPECT_EQ(changed[i], rows[i]);
+                }
+            }
+            EXPECT_NE(changed[level].find(',' + values + ','), std::string::npos) << changed[level];
+            EXPECT_EQ(mendsOf(reading), Lines());
+            EXPECT_EQ(reading.launch, "2315");
+        }
+    }
+}
+
 // ---- section-7 ----
 
 TEST(SystemMend, CutShortAfter31313) {
@@ -253,8 +312,9 @@ TEST(SystemMend, AGarbledTimeIsLost) {
 
 TEST(SystemMend, ADoubled31313) {
     const Reading reading = readOnly(with(BEIJING, "31313", "31313 31313"));
-    EXPECT_EQ(mendsOf(reading), Lines{"section-7: wrote ///// 8//// after 31313"});
+    EXPECT_EQ(mendsOf(reading), Lines{"lost section-7: wrote ///// 8//// after 31313"});
     EXPECT_EQ(rowsOf(reading), rowsOf(BEIJING));
+    EXPECT_EQ(reading.launch, "");
     EXPECT_EQ(givenOf(reading), with(BEIJING, "31313", "31313 ///// 8//// 31313"));
 }
 
@@ -269,13 +329,38 @@ TEST(SystemMend, InPartsBAndD) {
     EXPECT_EQ(rowsOf(with(SHIP_D, " 46308 82240 90831", "")), rowsOf(SHIP_D));
 }
 
-TEST(SystemMend, ATimeThatIsNoneIsAbsent) {
+TEST(SystemMend, ALaunchTimeThatIsNoneIsLost) {
     EXPECT_EQ(readOnly(with(BEIJING, "82315", "82400")).launch, "2400");
-    for (const std::string time : {"82500", "82360", "8////", "823//", "8231"}) {
+    for (const std::string time : {"82500", "82360", "82575", "8231", "823155", "82A15", "823/15"}) {
         const Reading reading = readOnly(with(BEIJING, "82315", time));
-        EXPECT_EQ(reading.status, Reading::DECODED) << time;
+        EXPECT_EQ(mendsOf(reading), Lines{"lost section-7: " + time + " read as 8////"});
+        EXPECT_EQ(rowsOf(reading), rowsOf(BEIJING)) << time;
+        EXPECT_EQ(reading.launch, "") << time;
+        EXPECT_EQ(givenOf(reading), with(BEIJING, "82315", "8////"));
+        EXPECT_EQ(reading.mends.front().groups.first, 44U) << time;
+        EXPECT_EQ(readOnly(with(BEIJING, "82315", time), false).reason,
+                  "The launch time (8GGgg) is incorrectly coded. Error detected at " + time + " ...");
+    }
+    EXPECT_EQ(mendsOf(with(SHIP_D, "82240", "82575")), Lines{"lost section-7: 82575 read as 8////"});
+}
+
+TEST(SystemMend, ALaunchTimeThatIsNotReportedIsAbsent) {
+    for (const std::string time : {"8////", "823//", "8///5"}) {
+        const Reading reading = readOnly(with(BEIJING, "82315", time));
+        EXPECT_EQ(mendsOf(reading), Lines()) << time;
         EXPECT_EQ(reading.launch, "") << time;
     }
+}
+
+TEST(SystemMend, ClosersAndSolidiBefore31313DoNotHideTheLaunchTime) {
+    for (const std::string closers : {"77999 77999", "77999 /////", "77999 88999 77999"}) {
+        const Reading reading = readOnly(with(BEIJING, "77999", closers));
+        EXPECT_EQ(mendsOf(reading), Lines()) << closers;
+        EXPECT_EQ(reading.launch, "2315") << closers;
+    }
+    EXPECT_EQ(mendsOf(with(BEIJING, "77999 31313 63203 82315", "77999 77999 31313 63203 63203 82315")),
+              Lines{"lost section-7: 63203 read as 8////"});
+    EXPECT_EQ(mendsOf(with(BEIJING, "77999 31313 63203 82315", "77999 77999 31313 63203 51515")), Lines());
 }
 
 // ---- depression ----

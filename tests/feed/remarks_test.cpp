@@ -158,6 +158,25 @@ TEST(Remarks, PlainWordsAreSkipped) {
     EXPECT_EQ(rowsOf(DROP_A + " MBL WND 29023").size(), feed_test::LEVELS_OF_DROP);
 }
 
+// A line end inside a keyword. Words are not joined, so that the decoder takes both for plain words.
+TEST(Remarks, AKeywordInTwoPiecesIsLost) {
+    EXPECT_EQ(mendsOfRemarks("WL1\n50 28523 080"), Lines{"lost remark: left out WL1 before 50 28523 080 ..."});
+    for (const std::string remark :
+         {"RE L 1532N06587W 023155", "R EL 1532N06587W 023155", "SP G 1529N06581W 024152", "S PL 1529N06581W 0241",
+          "W L150 28523 080", "WL15 0 28523 080", "W L 150 28523 080", "W L150 ///// 080", "D LM WND 29525 007410",
+          "DL M WND 29525 007410", "M BL WND 29023", "LS T WND 012"}) {
+        const Reading reading = readOnly(REMARKS + ' ' + remark + " MBL WND 29023");
+        ASSERT_EQ(reading.mends.size(), 1U) << remark;
+        EXPECT_EQ(reading.mends.front().text.substr(0, 9 + remark.find(' ')),
+                  "left out " + remark.substr(0, remark.find(' ')));
+        EXPECT_TRUE(reading.lost()) << remark;
+        EXPECT_EQ(rowsOf(reading).size(), feed_test::LEVELS_OF_DROP + 1) << remark;
+        EXPECT_EQ(readOnly(REMARKS + ' ' + remark, false).reason.substr(0, 52),
+                  "A remark holds something else than its values. Error");
+    }
+    EXPECT_EQ(mendsOfRemarks("RE L CENTER SP G W L AT LS"), Lines());
+}
+
 TEST(Remarks, InPartsBAndD) {
     const std::string part =
         "XXBB 70038 99153 70659 04355 00007 29456 11911 21010 21212 00007 28521 31313 09608 80231 61616 OB "

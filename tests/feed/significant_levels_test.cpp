@@ -329,9 +329,10 @@ TEST(Gap, OnlyTheFirstLevelMayBeAt100Hectopascals) {
 }
 
 TEST(Gap, WithoutMendsItIsRefused) {
-    EXPECT_EQ(
-        readOnly(with(PART_B, "22850 04069", "22/// 04069"), false).reason,
-        "left out 22/// 04069, a level without a pressure Error detected at 22/// 04069 33700 02566 21212 00015 ...");
+    EXPECT_EQ(readOnly(with(PART_B, "22850 04069", "22/// 04069"), false).reason,
+              "A level has no pressure. Error detected at 22/// 04069 33700 02566 21212 00015 ...");
+    EXPECT_EQ(readOnly("TTDD 2823/ 54511 11100 573// 22925 581//", false).reason,
+              "A level at 100 hPa cannot be coded in part D. Error detected at 11100 573// 22925 581// ...");
 }
 
 // ---- closer ----
