@@ -335,9 +335,8 @@ std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
 }  // namespace
 
 Refusal decode(Work& work, bool mend, Decoded& decoded) {
-    const bool mayTryOtherIds = mend && !work.isPartBOrD();
-    Attempt attempt = attemptToDecode(mayTryOtherIds ? work : std::move(work), mend);
-    if (!attempt.isClean() && mayTryOtherIds) {
+    Attempt attempt = attemptToDecode(work, mend);
+    if (!attempt.isClean() && mend && !work.isPartBOrD()) {
         bool ambiguous = false;
         std::optional<Attempt> other = attemptWithOtherIds(work, ambiguous);
         // A reading with groups left over stands unless another Id leaves none.
