@@ -69,7 +69,7 @@ void expectPicture(const std::string& picture, const std::string& bulletins, con
 }
 
 TEST(SoundingDocuments, PicturesAreUpToDate) {
-    expectPicture("doc/skewt-72201.svg", "tests/sounding/data/us-2022-07-13.txt", "72201");
+    expectPicture("doc/skewt-72201.svg", "tests/reports/temp-key-west-2022.txt", "72201");
     expectPicture("doc/skewt-83779.svg", "tests/reports/temp-sao-paulo-2023.txt", "83779");
 }
 
