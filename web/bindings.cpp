@@ -295,28 +295,33 @@ void writeCounts(Json& json) {
     json.close('}');
 }
 
+// Adds the letter of a part to some that are in order, unless it is one of them.
+void addLetter(std::string& letters, char letter) {
+    const auto place = std::lower_bound(letters.begin(), letters.end(), letter);
+    if (place == letters.end() || *place != letter) {
+        letters.insert(place, letter);
+    }
+}
+
 void writeEntry(Json& json, std::size_t index) {
     const Entry& entry = state->entries[index];
     const Reading& first = state->parts[entry.parts.front()].reading;
     const Sounding* sounding = entry.sounding ? &state->soundings[*entry.sounding] : nullptr;
     std::string letters;
-    std::uint64_t refused = 0;
+    std::string refused;
     bool mended = false;
     bool lost = false;
     for (const std::size_t i : entry.parts) {
         const KeptPart& part = state->parts[i];
         if (part.reading.status == Reading::REFUSED) {
-            ++refused;
+            addLetter(refused, part.letter);
         } else {
             for (const corvane::Mend& mend : part.reading.mends) {
                 (mend.lost ? lost : mended) = true;
             }
         }
-        if (letters.find(part.letter) == std::string::npos) {
-            letters += part.letter;
-        }
+        addLetter(letters, part.letter);
     }
-    std::sort(letters.begin(), letters.end());
     const bool doubtful =
         sounding != nullptr && std::any_of(sounding->levels.begin(), sounding->levels.end(),
                                            [](const corvane::SoundingLevel& level) { return !level.doubts.empty(); });
@@ -334,7 +339,7 @@ void writeEntry(Json& json, std::size_t index) {
     json.key("mended").boolean(mended);
     json.key("lost").boolean(lost);
     json.key("doubtful").boolean(doubtful);
-    json.key("refused").whole(refused);
+    json.key("refused").string(refused);
     json.close('}');
 }
 
@@ -497,9 +502,10 @@ PAGE_EXPORT(corvane_detail) const char* corvane_detail(std::size_t index) {
     return give(json.take());
 }
 
-// Draws the sounding of an entry. Gives where its levels stand in the picture; nothing when the entry has no sounding.
-// The picture itself is given by corvane_svg().
-PAGE_EXPORT(corvane_draw) const char* corvane_draw(std::size_t index, int knots, int dark, int width, int height) {
+// Draws the sounding of an entry up to `top` hPa, with 0 as far as is usual. Gives where its levels stand in the
+// picture; nothing when the entry has no sounding. The picture itself is given by corvane_svg().
+PAGE_EXPORT(corvane_draw)
+const char* corvane_draw(std::size_t index, int knots, double top, int dark, int width, int height) {
     const Entry& entry = state->entries.at(index);
     if (!entry.sounding) {
         return give({});
@@ -507,6 +513,7 @@ PAGE_EXPORT(corvane_draw) const char* corvane_draw(std::size_t index, int knots,
     const Sounding& sounding = state->soundings[*entry.sounding];
     corvane::SkewTOptions options;
     options.units = knots != 0 ? corvane::SkewTOptions::KNOTS : corvane::SkewTOptions::METRES_PER_SECOND;
+    options.top = top;
     options.width = width;
     options.height = height;
     options.dark = dark != 0;

@@ -31,8 +31,8 @@ export interface Entry {
     mended: boolean;
     lost: boolean;
     doubtful: boolean;
-    /** Refused parts of the same ascent. */
-    refused: number;
+    /** The refused parts of the same ascent, "BD". */
+    refused: string;
 }
 
 /** A run of groups of a part: the first one, counted from 0 after MMMM, and how many. */
@@ -73,7 +73,7 @@ export interface Level {
 }
 
 export interface Detail {
-    /** Copies of parts that gave way to a correction or a later copy. */
+    /** Copies of parts that were replaced by a correction or a later copy. */
     replaced: number;
     parts: Part[];
     levels: Level[];
@@ -90,6 +90,15 @@ export interface Places {
     levels: (number | null)[];
 }
 
+/** How a picture is drawn: sizes in pixels, `top` in hPa, 0 for the usual one. */
+export interface Drawing {
+    unit: WindUnit;
+    top: number;
+    dark: boolean;
+    width: number;
+    height: number;
+}
+
 export interface Picture {
     svg: string;
     places: Places;
@@ -104,9 +113,15 @@ export interface Excerpt {
     start: number;
 }
 
+/** Something to read, and what it is called at the start of a sentence. */
+export interface Input {
+    file: File;
+    subject: string;
+}
+
 export type Request =
-    | { type: 'read'; files: File[] }
-    | { type: 'show'; request: number; id: number; unit: WindUnit; dark: boolean; width: number; height: number }
+    | { type: 'read'; inputs: Input[] }
+    | { type: 'show'; request: number; id: number; drawing: Drawing }
     | { type: 'table'; request: number; id: number | null };
 
 export type Answer =
@@ -118,7 +133,10 @@ export type Answer =
           type: 'shown';
           request: number;
           detail: Detail;
-          excerpts: Excerpt[];
+          /** One for each part; null where its file can no longer be read. */
+          excerpts: (Excerpt | null)[];
+          /** What is wrong with a file that can no longer be read. */
+          notice: string;
           /** null where there is no sounding. */
           picture: Picture | null;
           /** The same picture on a light ground, for paper. */

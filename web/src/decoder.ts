@@ -1,5 +1,5 @@
 // The library as WebAssembly: its memory, its texts, and how it asks for bytes.
-import type { Counts, Detail, Entry, Picture, Places, WindUnit } from './contract';
+import type { Counts, Detail, Drawing, Entry, Picture, Places } from './contract';
 
 interface Exports {
     memory: WebAssembly.Memory;
@@ -10,7 +10,7 @@ interface Exports {
     corvane_finish(): number;
     corvane_entries(first: number, count: number): number;
     corvane_detail(entry: number): number;
-    corvane_draw(entry: number, knots: number, dark: number, width: number, height: number): number;
+    corvane_draw(entry: number, knots: number, top: number, dark: number, width: number, height: number): number;
     corvane_svg(): number;
     corvane_table(entry: number): number;
 }
@@ -63,7 +63,7 @@ export class Decoder {
         return new Decoder(await WebAssembly.compile(wasm));
     }
 
-    /** Reads one more file. Gives the number of its parts. */
+    /** Reads one more file. Gives the number of its parts. Throws what `input` throws. */
     add(input: Input): number {
         this.input = input;
         return this.wasm.corvane_add();
@@ -83,9 +83,9 @@ export class Decoder {
     }
 
     /** The picture of a sounding; null when the entry has none. */
-    picture(id: number, unit: WindUnit, dark: boolean, width: number, height: number): Picture | null {
+    picture(id: number, { unit, top, dark, width, height }: Drawing): Picture | null {
         const places = this.answer(
-            this.wasm.corvane_draw(id, unit === 'kt' ? 1 : 0, dark ? 1 : 0, width, height),
+            this.wasm.corvane_draw(id, unit === 'kt' ? 1 : 0, top, dark ? 1 : 0, width, height),
         );
         return places === ''
             ? null

@@ -43,10 +43,11 @@ export function headings(unit: WindUnit): [name: string, unit: string][] {
     ];
 }
 
-/** The numbers of a level, in the order of the headings. */
+/** The numbers of a level as they are shown, with minus signs, in the order of the headings. */
 export function numbers(level: Level, unit: WindUnit): string[] {
     const row = rowOf(level);
-    return [row.pres, row.height, tenths(row.tdry), tenths(row.dp), row.wdir, speed(level, row, unit)];
+    const all = [row.pres, row.height, tenths(row.tdry), tenths(row.dp), row.wdir, speed(level, row, unit)];
+    return all.map((text) => text.replace('-', '\u2212'));
 }
 
 export class LevelTable {
@@ -65,7 +66,7 @@ export class LevelTable {
         if (levels.length === 0) {
             this.scroller = undefined;
             this.rows = [];
-            this.place.replaceChildren(element('p', { class: 'none' }, 'No level.'));
+            this.place.replaceChildren(element('p', { class: 'none' }, 'No levels.'));
             return;
         }
         const head = element('tr', {});

@@ -1,7 +1,7 @@
 // The list of soundings: a grid of which only the visible rows are in the page, so that its length costs nothing.
 import type { Entry } from './contract';
 import { element } from './dom';
-import { badges, position, stationName, time } from './words';
+import { badges, position, stationName, time, type BadgeKind } from './words';
 
 interface Column {
     name: string;
@@ -10,7 +10,7 @@ interface Column {
     text(entry: Entry): string;
 }
 
-const GRAVITY = ['mended', 'doubtful', 'lost', 'refused'];
+const GRAVITY: BadgeKind[] = ['mended', 'doubtful', 'lost', 'refused'];
 
 const COLUMNS: Column[] = [
     // Drops, which have no station, come last.
@@ -20,15 +20,19 @@ const COLUMNS: Column[] = [
     { name: 'Parts', key: (entry) => entry.letters, text: (entry) => entry.letters },
     {
         name: 'Notes',
-        key: (entry) => -badges(entry).reduce((sum, badge) => sum + 2 ** (1 + GRAVITY.indexOf(badge)), 0),
-        text: (entry) => badges(entry).join(' '),
+        key: (entry) => -badges(entry).reduce((sum, badge) => sum + 2 ** (1 + GRAVITY.indexOf(badge.kind)), 0),
+        text: notes,
     },
 ];
 
 const SPARE_ROWS = 8;
 
+function notes(entry: Entry): string {
+    return badges(entry).map((badge) => badge.text).join(' ');
+}
+
 function haystack(entry: Entry): string {
-    return [stationName(entry), position(entry), entry.form, time(entry), ...badges(entry)].join(' ').toLowerCase();
+    return [stationName(entry), position(entry), entry.form, time(entry), notes(entry)].join(' ').toLowerCase();
 }
 
 export class List {
@@ -39,14 +43,14 @@ export class List {
     private descending = false;
     private words: string[] = [];
     private withNil = false;
-    private active = -1; // index into `shown`
+    private chosen: Entry | undefined; // also while the filter hides it
+    private active = -1; // its index in `shown`, or -1
     private rowHeight = 0;
     private scheduled = false;
 
     private readonly scroller: HTMLElement;
     private readonly body: HTMLElement;
     private readonly headers: HTMLElement[];
-    private readonly empty: HTMLElement;
     private rows = new Map<number, HTMLElement>();
 
     /** @param choose is told the entry that the user has chosen. */
@@ -61,14 +65,13 @@ export class List {
         });
         const head = element('div', { role: 'row', class: 'row', 'aria-rowindex': 1 }, ...this.headers);
         this.body = element('div', { role: 'rowgroup', class: 'rows' });
-        this.empty = element('p', { class: 'none', hidden: true }, 'No sounding matches.');
         this.scroller = element(
             'div',
             { role: 'grid', tabindex: 0, 'aria-labelledby': 'soundings-title', 'aria-colcount': COLUMNS.length },
             element('div', { role: 'rowgroup', class: 'header' }, head),
             this.body,
         );
-        this.place.append(this.scroller, this.empty);
+        this.place.append(this.scroller);
         this.scroller.addEventListener('scroll', () => this.schedule());
         this.scroller.addEventListener('keydown', (event) => this.key(event));
         this.body.addEventListener('click', (event) => this.click(event));
@@ -80,7 +83,7 @@ export class List {
     show(entries: Entry[]): void {
         this.entries = entries;
         this.haystacks = entries.map(haystack);
-        this.active = -1;
+        this.chosen = undefined;
         this.column = 0;
         this.descending = false;
         this.markSort();
@@ -115,20 +118,20 @@ export class List {
         this.activate(Math.max(0, this.shown.findIndex((entry) => entry.status === 'sounding')));
     }
 
-    private refresh(): void {
-        const chosen = this.shown[this.active];
+    private refresh(reveal = true): void {
         this.shown = this.entries.filter(
             (entry, i) =>
                 (this.withNil || entry.status === 'sounding' || entry.status === 'refused') &&
                 this.words.every((word) => this.haystacks[i]!.includes(word)),
         );
         this.sort();
-        this.active = chosen === undefined ? -1 : this.shown.indexOf(chosen);
+        this.active = this.chosen === undefined ? -1 : this.shown.indexOf(this.chosen);
         this.scroller.setAttribute('aria-rowcount', String(this.shown.length + 1));
-        this.empty.hidden = this.shown.length > 0;
         this.scroller.scrollTop = 0;
         this.clear();
-        this.revealActive();
+        if (reveal) {
+            this.revealActive();
+        }
         this.render();
     }
 
@@ -147,7 +150,7 @@ export class List {
         this.descending = column === this.column && !this.descending;
         this.column = column;
         this.markSort();
-        this.refresh();
+        this.refresh(false); // what comes first is what was asked for
     }
 
     private markSort(): void {
@@ -189,7 +192,8 @@ export class List {
         if (entry === undefined) {
             return;
         }
-        const changed = next !== this.active;
+        const changed = entry !== this.chosen;
+        this.chosen = entry;
         this.active = next;
         this.revealActive();
         this.render();
@@ -280,7 +284,7 @@ export class List {
             const cell = element('div', { role: 'gridcell', 'aria-colindex': i + 1 });
             if (column.name === 'Notes') {
                 badges(entry).forEach((badge, at) => {
-                    cell.append(at > 0 ? ' ' : '', element('span', { class: `badge ${badge}` }, badge));
+                    cell.append(at > 0 ? ' ' : '', element('span', { class: `badge ${badge.kind}` }, badge.text));
                 });
             } else {
                 cell.textContent = column.text(entry);

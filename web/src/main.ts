@@ -1,11 +1,11 @@
 // The page: takes files, shows their soundings.
 import example from '../example.txt';
-import type { Answer, Counts, Detail, Entry, Excerpt, Part, Picture, Request, WindUnit } from './contract';
+import type { Answer, Counts, Detail, Entry, Excerpt, Input, Part, Picture, Request, WindUnit } from './contract';
 import { byId, save } from './dom';
 import { LevelTable } from './levels';
 import { fragmentOf, textOf } from './link';
 import { List } from './list';
-import { PictureView, png } from './picture';
+import { PictureView, png, sizeFor } from './picture';
 import { Sheet } from './sheet';
 import { TextView } from './text';
 import { badges, fileName, plural, position, stationName, summary } from './words';
@@ -14,12 +14,12 @@ import workerSource from 'worker:./worker.ts';
 const TIME_BEFORE_PROGRESS = 150; // milliseconds
 const TIME_AFTER_RESIZING = 300;
 const PNG_SCALE = 2;
-const LINK = 'link'; // the name of what came in the address
 
 /** What has been read, and the worker that has read it. */
 interface Source {
     worker: Worker;
-    files: File[];
+    names: string[]; // of the files
+    isLink: boolean; // whether it came in the address
     entries: Entry[];
 }
 
@@ -27,7 +27,7 @@ interface Source {
 interface Shown {
     entry: Entry;
     detail: Detail;
-    excerpts: Excerpt[];
+    excerpts: (Excerpt | null)[];
     picture: Picture | null;
     light: string;
 }
@@ -51,6 +51,9 @@ let linked = ''; // the fragment that this page has set itself
 
 const list = new List(byId('list'), (entry) => {
     chosen = entry;
+    if (linked !== '') {
+        setFragment(''); // the address tells of another sounding
+    }
     requestShow();
 });
 const levels = new LevelTable(byId('levels-table'), (level) => mark(level, 'table'));
@@ -77,35 +80,35 @@ function unit(): WindUnit {
 
 // ---- reading -----------------------------------------------------------------------------------------------------
 
-function namesOf(files: File[]): string {
-    return files.length === 1 ? files[0]!.name : plural(files.length, 'file');
+function namesOf({ names }: Source): string {
+    return names.length === 1 ? names[0]! : plural(names.length, 'file');
 }
 
-function read(files: File[]): void {
-    if (files.length === 0) {
+function read(inputs: Input[], isLink = false): void {
+    if (inputs.length === 0) {
         return;
-    }
-    if (location.hash !== '' && files[0]!.name !== LINK) {
-        linked = '';
-        history.replaceState(null, '', location.href.replace(/#.*/s, ''));
     }
     endReading();
     complain('');
     const worker = new Worker(workerUrl);
-    const next: Source = { worker, files, entries: [] };
+    const next: Source = { worker, names: inputs.map(({ file }) => file.name), isLink, entries: [] };
     reading = { source: next, timer: window.setTimeout(() => (byId('progress').hidden = false), TIME_BEFORE_PROGRESS) };
-    byId('progress-text').textContent = `Reading ${namesOf(files)} `;
+    byId('progress-text').textContent = `Reading ${namesOf(next)} `;
     byId('progress').querySelector('progress')!.value = 0;
     worker.onmessage = (event: MessageEvent<Answer>) => take(next, event.data);
     worker.onerror = (event) => {
         event.preventDefault();
-        fail(`The reading has failed: ${event.message}`);
+        fail(next, `The reading has failed: ${event.message}`);
     };
-    send(worker, { type: 'read', files });
+    send(worker, { type: 'read', inputs });
 }
 
-function readText(name: string, content: string): void {
-    read([new File([content], name)]);
+function readFiles(files: File[]): void {
+    read(files.map((file) => ({ file, subject: file.name })));
+}
+
+function readText(name: string, content: string, isLink = false): void {
+    read([{ file: new File([content], name), subject: `The ${name}` }], isLink);
 }
 
 function send(worker: Worker, request: Request): void {
@@ -122,17 +125,22 @@ function endReading(): void {
     byId('progress').hidden = true;
 }
 
-function fail(message: string): void {
-    endReading();
+function fail(from: Source, message: string): void {
+    if (from === reading?.source) {
+        endReading();
+    }
     complain(message);
 }
 
 function take(from: Source, answer: Answer): void {
+    if (from !== source && from !== reading?.source) {
+        return; // something else has taken its place
+    }
     switch (answer.type) {
         case 'progress': {
             byId('progress').querySelector('progress')!.value = answer.total > 0 ? answer.done / answer.total : 1;
             const share = Math.floor((100 * answer.done) / Math.max(answer.total, 1));
-            byId('progress-text').textContent = `Reading ${namesOf(from.files)}: ${share} % `;
+            byId('progress-text').textContent = `Reading ${namesOf(from)}: ${share} % `;
             break;
         }
         case 'entries':
@@ -142,22 +150,34 @@ function take(from: Source, answer: Answer): void {
             adopt(from, answer.counts, answer.notices);
             break;
         case 'failed':
-            waiting = false;
-            fail(answer.message);
+            if (from === source) {
+                answered();
+            }
+            fail(from, answer.message);
             break;
         case 'shown':
-            waiting = false;
-            if (again) {
-                again = false;
-                requestShow();
-            } else if (answer.request === lastShow && chosen) {
+            if (!answered() && answer.request === lastShow && chosen) {
                 show({ ...answer, entry: chosen });
+                if (answer.notice !== '') {
+                    complain(answer.notice);
+                }
             }
             break;
         case 'table':
             save(tableName(answer.request), new Blob([answer.csv], { type: 'text/csv' }));
             break;
     }
+}
+
+/** Takes note of an answer to "show". Gives whether another one was wanted by now. */
+function answered(): boolean {
+    const wanted = again;
+    waiting = false;
+    again = false;
+    if (wanted) {
+        requestShow();
+    }
+    return wanted;
 }
 
 function adopt(from: Source, counts: Counts, notices: string[]): void {
@@ -173,14 +193,19 @@ function adopt(from: Source, counts: Counts, notices: string[]): void {
     }
     source?.worker.terminate();
     source = from;
+    if (!from.isLink) {
+        setFragment('');
+    }
     chosen = undefined;
     shown = undefined;
     waiting = false;
     again = false;
-    byId('summary').textContent = `${namesOf(from.files)}: ${summary(counts)}.`;
+    byId('summary').textContent = `${namesOf(from)}: ${summary(counts)}.`;
+    const focused = document.activeElement;
+    const idle = focused === null || focused === document.body || focused.closest('#start') !== null;
     byId('start').hidden = true;
     byId('work').hidden = false;
-    const hidden = from.entries.filter((entry) => badges(entry).some((badge) => badge === 'NIL' || badge === 'empty')).length;
+    const hidden = from.entries.filter(({ status }) => status === 'NIL' || status === 'empty').length;
     byId('nil-text').textContent = `Show NIL and empty (${hidden})`;
     const nil = byId<HTMLInputElement>('nil');
     nil.disabled = hidden === 0;
@@ -191,20 +216,16 @@ function adopt(from: Source, counts: Counts, notices: string[]): void {
     list.show(from.entries);
     countShown();
     list.chooseFirst();
+    if (idle) {
+        list.focus(); // so that the arrows walk it
+    }
 }
 
 function countShown(): void {
-    byId('shown').textContent = `${list.count} shown`;
+    byId('shown').textContent = list.count > 0 ? `${list.count} shown` : 'No sounding matches.';
 }
 
 // ---- showing -----------------------------------------------------------------------------------------------------
-
-/** The size that a picture is drawn for: that of its place, so that its letters are as large as those around it. */
-function pictureSize(): { width: number; height: number } {
-    const room = byId('picture').clientWidth;
-    const width = Math.round(Math.min(Math.max(room, 400), 1000));
-    return { width, height: Math.round(width * 1.1) };
-}
 
 function requestShow(): void {
     if (!source || !chosen) {
@@ -220,15 +241,22 @@ function requestShow(): void {
         type: 'show',
         request: lastShow,
         id: chosen.id,
-        unit: unit(),
-        dark: darkness.matches,
-        ...pictureSize(),
+        drawing: {
+            unit: unit(),
+            top: Number(byId<HTMLSelectElement>('top').value),
+            dark: darkness.matches,
+            ...sizeFor(byId('picture').clientWidth),
+        },
     });
 }
 
 function describe(entry: Entry): string {
-    const when = entry.day === null ? '' : `, day ${entry.day} ${String(entry.hour).padStart(2, '0')} UTC`;
+    const when = entry.day === null ? '' : `, day ${entry.day}, ${String(entry.hour).padStart(2, '0')} UTC`;
     return `${entry.form} ${stationName(entry)}${when}`;
+}
+
+function partsOf(letters: string): string {
+    return `${letters.length === 1 ? 'part' : 'parts'} ${[...letters].join(' ')}`;
 }
 
 function show(next: Shown): void {
@@ -238,12 +266,15 @@ function show(next: Shown): void {
     byId('title').textContent = describe(entry);
     const notes = [
         entry.station === '' ? '' : position(entry),
-        entry.letters.length === 1 ? `part ${entry.letters}` : `parts ${[...entry.letters].join(' ')}`,
+        partsOf(entry.letters),
         entry.status === 'sounding' ? plural(entry.levels, 'level') : '',
-        ...badges(entry),
+        ...badges(entry).map(({ kind, text }) =>
+            kind === 'refused' && text !== kind ? `${partsOf(entry.refused)} refused` : text,
+        ),
     ];
     byId('subtitle').textContent = notes.filter((note) => note !== '').join(' · ');
     byId('link-note').textContent = '';
+    byId<HTMLButtonElement>('link').disabled = next.excerpts.includes(null);
     for (const id of ['csv', 'svg', 'png', 'print']) {
         byId<HTMLButtonElement>(id).disabled = next.picture === null;
     }
@@ -252,7 +283,7 @@ function show(next: Shown): void {
     } else {
         picture.showText(
             entry.status === 'refused'
-                ? 'No sounding: what the report holds cannot be read for certain. The reason stands with the text.'
+                ? 'No sounding: what the report holds cannot be read for certain. The reason is given with the text.'
                 : 'No sounding: the report holds no data.',
         );
     }
@@ -269,7 +300,7 @@ function show(next: Shown): void {
 
 function placeOf(part: Part): string {
     const line = `line ${part.line}`;
-    return source && source.files.length > 1 ? `${source.files[part.file]!.name}, ${line}` : line;
+    return source && source.names.length > 1 ? `${source.names[part.file]!}, ${line}` : line;
 }
 
 // ---- taking away -------------------------------------------------------------------------------------------------
@@ -297,7 +328,8 @@ function reportText({ detail, excerpts }: Shown): string {
         .map((part, i) => {
             const excerpt = excerpts[i]!;
             const end = Math.max(4, ...part.groups.map((group) => group[1]));
-            const body = excerpt.text.slice(excerpt.start, excerpt.start + end).replace(/\s+/g, ' ');
+            // Without the NULs of UTF-16, whose other bytes are the characters of a report.
+            const body = excerpt.text.slice(excerpt.start, excerpt.start + end).replace(/\0/g, '').replace(/\s+/g, ' ');
             const above = part.heading === heading || part.heading === '' ? '' : `${part.heading}\n`;
             heading = part.heading;
             return `${above}${body}=\n`;
@@ -305,8 +337,16 @@ function reportText({ detail, excerpts }: Shown): string {
         .join('');
 }
 
+/** Sets the part of the address after the page, or with nothing takes it away. */
+function setFragment(fragment: string): void {
+    linked = fragment;
+    if (location.hash !== fragment) {
+        history.replaceState(null, '', location.href.replace(/#.*/s, '') + fragment);
+    }
+}
+
 async function makeLink(): Promise<void> {
-    if (!shown) {
+    if (!shown || shown.excerpts.includes(null)) {
         return;
     }
     const fragment = fragmentOf(reportText(shown));
@@ -315,8 +355,7 @@ async function makeLink(): Promise<void> {
         note.textContent = 'This report is too long for a link. Send its text instead.';
         return;
     }
-    linked = fragment;
-    history.replaceState(null, '', fragment);
+    setFragment(fragment);
     try {
         await navigator.clipboard.writeText(location.href);
         note.textContent = 'The link with this report is in the address bar and copied.';
@@ -333,7 +372,7 @@ function readLink(): void {
     try {
         const report = textOf(location.hash);
         if (report !== undefined) {
-            readText(LINK, report);
+            readText('link', report, true);
         }
     } catch {
         complain('The link is damaged: the report in it cannot be read.');
@@ -357,7 +396,7 @@ function wire(): void {
         byId(id).addEventListener('click', () => files.click());
     }
     files.addEventListener('change', () => {
-        read([...(files.files ?? [])]);
+        readFiles([...(files.files ?? [])]);
         files.value = ''; // the same file may be chosen again
     });
     for (const id of ['paste', 'start-paste']) {
@@ -374,7 +413,7 @@ function wire(): void {
         dialog.returnValue = '';
     });
     byId('cancel').addEventListener('click', () => {
-        const names = reading ? namesOf(reading.source.files) : '';
+        const names = reading ? namesOf(reading.source) : '';
         endReading();
         complain(`Reading of ${names} cancelled.`);
     });
@@ -397,6 +436,7 @@ function wire(): void {
     });
 
     byId('unit').addEventListener('change', requestShow);
+    byId('top').addEventListener('change', requestShow);
     darkness.addEventListener('change', requestShow);
     byId('all-tables').addEventListener('click', () => saveTable(null));
     byId('csv').addEventListener('click', () => shown && saveTable(shown.entry));
@@ -418,7 +458,8 @@ function wire(): void {
     byId('print').addEventListener('click', () => window.print());
 
     document.addEventListener('keydown', (event) => {
-        if (event.key === '/' && !isTyping(event.target) && !dialog.open && !byId('work').hidden) {
+        const isPlain = !event.ctrlKey && !event.altKey && !event.metaKey;
+        if (event.key === '/' && isPlain && !isTyping(event.target) && !dialog.open && !byId('work').hidden) {
             event.preventDefault();
             filter.select();
             filter.focus();
@@ -429,7 +470,7 @@ function wire(): void {
             return;
         }
         event.preventDefault();
-        takeData('pasted text', event.clipboardData);
+        takeData('pasted', event.clipboardData);
     });
     const veil = byId('veil');
     document.addEventListener('dragover', (event) => {
@@ -445,7 +486,7 @@ function wire(): void {
         event.preventDefault();
         veil.hidden = true;
         if (event.dataTransfer) {
-            takeData('dropped text', event.dataTransfer);
+            takeData('dropped', event.dataTransfer);
         }
     });
     window.addEventListener('hashchange', readLink);
@@ -454,7 +495,7 @@ function wire(): void {
         resizing = window.setTimeout(() => {
             // Letters of another size than those around them are worth another picture, a few pixels are not.
             const { width } = shown?.picture?.places ?? { width: 0 };
-            if (width > 0 && Math.abs(pictureSize().width / width - 1) > 0.15) {
+            if (width > 0 && Math.abs(sizeFor(byId('picture').clientWidth).width / width - 1) > 0.15) {
                 requestShow();
             }
         }, TIME_AFTER_RESIZING);
@@ -462,13 +503,14 @@ function wire(): void {
     readLink();
 }
 
-function takeData(name: string, data: DataTransfer): void {
+/** @param how it came: "dropped" or "pasted" */
+function takeData(how: string, data: DataTransfer): void {
     if (data.files.length > 0) {
-        read([...data.files]);
+        readFiles([...data.files]);
     } else if (data.getData('text/plain') !== '') {
-        readText(name, data.getData('text/plain'));
+        readText(`${how} text`, data.getData('text/plain'));
     } else {
-        complain('There is no text and no file in it.');
+        complain(`What you ${how} holds neither text nor a file.`);
     }
 }
 

@@ -4,6 +4,17 @@ import { element } from './dom';
 
 const SVG = 'http://www.w3.org/2000/svg';
 
+// The smallest letters of a picture are 7.5 pixels high. Shown a fifteenth larger than it is drawn, they are 8.
+const ENLARGED = 16 / 15;
+const NARROWEST = 400;
+const WIDEST = 1000;
+
+/** The size that a picture is drawn for, so that its letters are as large as those around it. */
+export function sizeFor(room: number): { width: number; height: number } {
+    const width = Math.round(Math.min(Math.max(room / ENLARGED, NARROWEST), WIDEST));
+    return { width, height: Math.round(width * 1.1) };
+}
+
 function shape(name: string, attributes: Record<string, string | number>): SVGElement {
     const made = document.createElementNS(SVG, name);
     for (const [key, value] of Object.entries(attributes)) {
@@ -21,6 +32,7 @@ export class PictureView {
         private readonly place: HTMLElement,
         private readonly mark: (level: number) => void,
     ) {
+        new ResizeObserver(() => this.makeReachable()).observe(this.place);
         this.place.addEventListener('pointermove', (event) => this.point(event));
         this.place.addEventListener('pointerdown', (event) => this.point(event));
         this.place.addEventListener('pointerleave', (event) => {
@@ -40,7 +52,12 @@ export class PictureView {
             'aria-hidden': 'true',
         });
         overlay.append(this.line);
-        this.place.replaceChildren(document.importNode(parsed, true), overlay);
+        const drawn = document.importNode(parsed, true);
+        drawn.setAttribute('role', 'img');
+        const canvas = element('div', { class: 'canvas' }, drawn, overlay);
+        canvas.style.minWidth = `${NARROWEST * ENLARGED}px`;
+        this.place.replaceChildren(canvas);
+        this.makeReachable();
     }
 
     /** Shows a sentence where the picture would be. */
@@ -48,6 +65,16 @@ export class PictureView {
         this.places = undefined;
         this.line = undefined;
         this.place.replaceChildren(element('p', { class: 'none' }, text));
+        this.makeReachable();
+    }
+
+    /** Lets the keyboard scroll a picture that is wider than its place. */
+    private makeReachable(): void {
+        if (this.place.scrollWidth > this.place.clientWidth) {
+            this.place.tabIndex = 0;
+        } else {
+            this.place.removeAttribute('tabindex');
+        }
     }
 
     /** Marks a level; none with -1. */

@@ -36,19 +36,19 @@ export class TextView {
         });
     }
 
-    show(detail: Detail, excerpts: Excerpt[], nameOf: (part: Part) => string): void {
+    show(detail: Detail, excerpts: (Excerpt | null)[], nameOf: (part: Part) => string): void {
         this.levels = detail.levels;
         this.spans = [];
         this.place.replaceChildren(
-            ...detail.parts.map((part, i) => this.part(part, i, excerpts[i]!, nameOf(part))),
+            ...detail.parts.map((part, i) => this.part(part, i, excerpts[i] ?? null, nameOf(part))),
             ...(detail.replaced > 0
                 ? [
                       element(
                           'p',
                           { class: 'replaced' },
                           detail.replaced === 1
-                              ? 'One other copy of these parts gave way to a correction or a later copy.'
-                              : `${detail.replaced} other copies of these parts gave way to corrections or later copies.`,
+                              ? 'One other copy of these parts was replaced by a correction or a later copy.'
+                              : `${detail.replaced} other copies of these parts were replaced by corrections or later copies.`,
                       ),
                   ]
                 : []),
@@ -78,7 +78,7 @@ export class TextView {
         );
     }
 
-    private part(part: Part, index: number, excerpt: Excerpt, name: string): HTMLElement {
+    private part(part: Part, index: number, excerpt: Excerpt | null, name: string): HTMLElement {
         const heading = part.heading === '' ? '' : ` · ${part.heading}`;
         const notes = element('ul', { class: 'notes' });
         const section = element(
@@ -115,7 +115,9 @@ export class TextView {
         if (notes.childElementCount > 0) {
             section.append(notes);
         }
-        section.append(this.body(part, index, excerpt));
+        section.append(
+            excerpt ? this.body(part, index, excerpt) : element('p', { class: 'none' }, 'The text can no longer be read.'),
+        );
         return section;
     }
 

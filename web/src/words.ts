@@ -39,23 +39,34 @@ export function fileName(entry: Entry): string {
     return `${safe.slice(0, 100)}-${twoDigits(entry.day ?? 0)}${twoDigits(entry.hour ?? 0)}`;
 }
 
+export type BadgeKind = 'mended' | 'lost' | 'doubtful' | 'refused' | 'NIL' | 'empty';
+
+/** Something to be said about an entry. */
+export interface Badge {
+    kind: BadgeKind;
+    text: string;
+}
+
 /** What is to be said about an entry, the gravest last. */
-export function badges(entry: Entry): string[] {
+export function badges(entry: Entry): Badge[] {
+    const said: Badge[] = [];
+    const say = (kind: BadgeKind, text: string = kind) => said.push({ kind, text });
     if (entry.status === 'NIL' || entry.status === 'empty') {
-        return [entry.status];
+        say(entry.status);
+        return said;
     }
-    const said: string[] = [];
     if (entry.mended) {
-        said.push('mended');
+        say('mended');
     }
     if (entry.lost) {
-        said.push('lost');
+        say('lost');
     }
     if (entry.doubtful) {
-        said.push('doubtful');
+        say('doubtful');
     }
-    if (entry.refused > 0) {
-        said.push('refused');
+    if (entry.refused !== '') {
+        // Beside a sounding some parts are refused, not all of it.
+        say('refused', entry.status === 'refused' ? 'refused' : `${entry.refused} refused`);
     }
     return said;
 }

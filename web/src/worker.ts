@@ -1,7 +1,7 @@
 // Reads the files and answers the page, beside it, so that the page stays responsive. A reading is cancelled by ending
 // the worker.
 import compressed from '../build/corvane.wasm.gz';
-import type { Answer, Excerpt, Part, Request } from './contract';
+import type { Answer, Excerpt, Input, Part, Request } from './contract';
 import { Decoder } from './decoder';
 import { beginning, isUtf16, kindOf } from './recognise';
 
@@ -13,7 +13,7 @@ const MARGIN = 100;
 
 const reader = new FileReaderSync();
 const latin = new TextDecoder('windows-1252');
-let files: File[] = [];
+let inputs: Input[] = [];
 let decoder: Decoder | undefined;
 
 function send(answer: Answer): void {
@@ -29,33 +29,53 @@ async function load(): Promise<Decoder> {
     return Decoder.load(new Uint8Array(await new Response(stream).arrayBuffer()));
 }
 
+/** What the browser throws when a file is no longer the one that the user has given: changed, moved or deleted. */
+function isGone(fault: unknown): boolean {
+    return fault instanceof DOMException;
+}
+
+function gone(input: Input): string {
+    return `${input.subject} has changed since it was read. Open it again.`;
+}
+
 /** Why a file gives nothing, or what is odd about it. */
-function notice(file: File, parts: number): string {
+function notice({ file, subject }: Input, parts: number): string {
     if (file.size === 0) {
-        return `${file.name} is empty.`;
+        return `${subject} is empty.`;
     }
     const start = bytesOf(beginning(file));
     if (isUtf16(start)) {
         return parts > 0
-            ? `${file.name} is UTF-16 text. It is read as if it were plain ASCII text.`
-            : `${file.name} is UTF-16 text and holds no part of a sounding (TTAA, TTBB, UUAA, XXAA, IIAA ...).`;
+            ? `${subject} is UTF-16 text. It is read as if it were plain ASCII text.`
+            : `${subject} is UTF-16 text and holds no part of a sounding (TTAA, TTBB, UUAA, XXAA, IIAA ...).`;
     }
     if (parts > 0) {
         return '';
     }
     const kind = kindOf(start);
     return kind === ''
-        ? `${file.name} holds no part of a sounding: none of its words is TTAA, TTBB, UUAA, XXAA, IIAA or the like.`
-        : `${file.name} is ${kind}. It holds no bulletins.`;
+        ? `${subject} holds no part of a sounding: none of its words is TTAA, TTBB, UUAA, XXAA, IIAA or the like.`
+        : `${subject} is ${kind}. It holds no bulletins.`;
+}
+
+function noticeOf(input: Input, parts: number): string {
+    try {
+        return notice(input, parts);
+    } catch (fault) {
+        if (isGone(fault)) {
+            return gone(input);
+        }
+        throw fault;
+    }
 }
 
 async function read(): Promise<void> {
     decoder = await load();
-    const total = files.reduce((sum, file) => sum + file.size, 0);
+    const total = inputs.reduce((sum, { file }) => sum + file.size, 0);
     let done = 0;
     let reported = 0;
     const partsBefore: number[] = [];
-    for (const file of files) {
+    for (const { file, subject } of inputs) {
         let at = 0;
         try {
             partsBefore.push(
@@ -71,8 +91,8 @@ async function read(): Promise<void> {
                 }),
             );
         } catch (fault) {
-            if (fault instanceof DOMException) {
-                throw new Error(`${file.name} cannot be read. Is it a folder, or has it been changed or moved?`);
+            if (isGone(fault)) {
+                throw new Error(`${subject} cannot be read. Is it a folder, or has it been changed or moved?`);
             }
             throw fault;
         }
@@ -81,13 +101,13 @@ async function read(): Promise<void> {
     for (let first = 0; first < counts.entries; first += ENTRIES_AT_ONCE) {
         send({ type: 'entries', entries: decoder.entries(first, ENTRIES_AT_ONCE) });
     }
-    const notices = files.map((file, i) => notice(file, partsBefore[i] ?? 0)).filter((text) => text !== '');
+    const notices = inputs.map((input, i) => noticeOf(input, partsBefore[i] ?? 0)).filter((text) => text !== '');
     send({ type: 'done', counts, notices });
 }
 
 /** A part as it stands in its file, from the start of its line to its end sign. */
 function excerpt(part: Part): Excerpt {
-    const file = files[part.file]!;
+    const { file } = inputs[part.file]!;
     const length = Math.max(4, ...part.groups.map(([, end]) => end));
     const from = Math.max(0, part.offset - MARGIN);
     const all = latin.decode(bytesOf(file.slice(from, part.offset + length + MARGIN)));
@@ -99,23 +119,36 @@ function excerpt(part: Part): Excerpt {
 }
 
 function show(request: Extract<Request, { type: 'show' }>): void {
-    const { id, unit, width, height } = request;
+    const { id, drawing } = request;
     const detail = decoder!.detail(id);
-    const picture = decoder!.picture(id, unit, request.dark, width, height);
+    const picture = decoder!.picture(id, drawing);
+    const notices = new Set<string>();
+    const excerpts = detail.parts.map((part) => {
+        try {
+            return excerpt(part);
+        } catch (fault) {
+            if (!isGone(fault)) {
+                throw fault;
+            }
+            notices.add(gone(inputs[part.file]!));
+            return null;
+        }
+    });
     send({
         type: 'shown',
         request: request.request,
         detail,
-        excerpts: detail.parts.map(excerpt),
+        excerpts,
+        notice: [...notices].join(' '),
         picture,
-        light: (request.dark ? decoder!.picture(id, unit, false, width, height) : picture)?.svg ?? '',
+        light: (drawing.dark ? decoder!.picture(id, { ...drawing, dark: false }) : picture)?.svg ?? '',
     });
 }
 
 async function answer(request: Request): Promise<void> {
     switch (request.type) {
         case 'read':
-            files = request.files;
+            inputs = request.inputs;
             await read();
             break;
         case 'show':

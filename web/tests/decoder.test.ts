@@ -114,6 +114,20 @@ test('it does not matter how the bytes are divided', async () => {
     assert.deepEqual(sayings(divided), sayings(whole));
 });
 
+test('a fault of the input is not taken for its end', async () => {
+    const report = new TextEncoder().encode('TTAA 66001 68994 99011 10427 34019 00117 09632 34019 88999 77999=\n');
+    const decoder = await Decoder.load(wasm);
+    let calls = 0;
+    const input = () => {
+        calls += 1;
+        if (calls > 1) {
+            throw new DOMException('The file has changed.', 'NotReadableError');
+        }
+        return report;
+    };
+    assert.throws(() => decoder.add(input), /The file has changed/);
+});
+
 test('groups are found where they stand', async () => {
     for (const path of bulletinFiles()) {
         const bytes = readFileSync(path);

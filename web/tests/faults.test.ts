@@ -6,7 +6,7 @@ import type { AddressInfo } from 'node:net';
 import { dirname, join } from 'node:path';
 import { test } from 'node:test';
 import type { Page } from 'playwright-core';
-import { EXAMPLE, example, feed, download, file, openExample, PAGE, shown, useBrowser, withPage } from './support';
+import { change, choose, EXAMPLE, example, feed, download, file, openExample, PAGE, readFiles, shown, useBrowser, withPage } from './support';
 
 useBrowser();
 
@@ -76,6 +76,84 @@ test('a folder is explained in a sentence', async () => {
         await client.send('Input.dispatchDragEvent', { type: 'drop', x: 300, y: 300, data });
         await page.waitForFunction(() => document.querySelector('#message')?.textContent !== '');
         assert.match((await page.textContent('#message'))!, /^folder (cannot be read|is empty)/);
+    });
+});
+
+test('a file that changes after it was read leaves picture and table', async () => {
+    const path = file('growing.txt', example);
+    const other = file('other.txt', 'TTAA 66001 68994 99011 10427 34019 00117 09632 34019 88999 77999=');
+    await withPage({}, async (page) => {
+        await readFiles(page, path, other);
+        change(path);
+        await choose(page, '72327');
+        await page.waitForFunction(() => document.querySelector('#message')?.textContent !== '');
+        assert.equal(await page.textContent('#message'), 'growing.txt has changed since it was read. Open it again.');
+        assert.equal(await page.textContent('#title'), 'TEMP 72327, day 13, 00 UTC');
+        assert.ok(await page.isVisible('#picture svg'));
+        assert.ok((await page.locator('#levels tbody tr').count()) > 100);
+        assert.match((await page.textContent('#parts'))!, /Part C.*mended id: 63001.*The text can no longer be read\./);
+        assert.ok(await page.isDisabled('#link'));
+        await page.hover('#levels tbody tr:nth-child(3)'); // has no groups to mark
+        const rows = feed('--soundings', EXAMPLE).split('\n').filter((row) => row.startsWith('TEMP,72327,'));
+        assert.ok((await download(page, '#csv')).content.toString('latin1').endsWith(`${rows.join('\n')}\n`));
+        // The file that has not changed has its text.
+        await choose(page, '68994');
+        await page.waitForSelector('#parts pre');
+        assert.ok(await page.isEnabled('#link'));
+    });
+});
+
+test('a file that changes before it is read is explained in a sentence', async () => {
+    const path = file('replaced.txt', example);
+    await withPage({}, async (page) => {
+        // The browser knows the file, the page does not yet.
+        await page.evaluate(() => {
+            document.querySelector('#files')!.addEventListener('change', (event) => event.stopImmediatePropagation(), {
+                capture: true,
+                once: true,
+            });
+        });
+        await page.setInputFiles('#files', path);
+        change(path);
+        await page.evaluate(() => document.querySelector('#files')!.dispatchEvent(new Event('change')));
+        await page.waitForFunction(() => document.querySelector('#message')?.textContent !== '');
+        assert.match((await page.textContent('#message'))!, /^replaced\.txt cannot be read\./);
+        assert.ok(await page.isVisible('#start'));
+    });
+});
+
+test('a fault of what was read before does not end a new reading', async () => {
+    await withPage({}, async (page) => {
+        await page.addInitScript(() => {
+            const workers: Worker[] = [];
+            window.Worker = class extends Worker {
+                constructor(url: string | URL) {
+                    super(url);
+                    workers.push(this);
+                }
+            };
+            Object.assign(window, {
+                fail: (index: number) => {
+                    const data = { type: 'failed', message: `worker ${index} has failed` };
+                    workers[index]!.onmessage!(new MessageEvent('message', { data }));
+                },
+            });
+        });
+        await page.reload();
+        await openExample(page);
+        const path = file('long.bin', new Uint8Array(50_000_000).fill(0x41));
+        await page.setInputFiles('#files', path);
+        await page.waitForSelector('#progress:not([hidden])');
+        await page.evaluate('fail(0)');
+        assert.equal(await page.textContent('#message'), 'worker 0 has failed');
+        assert.ok(await page.isVisible('#progress'));
+        await page.evaluate('fail(1)');
+        assert.equal(await page.textContent('#message'), 'worker 1 has failed');
+        assert.ok(!(await page.isVisible('#progress')));
+        await page.evaluate('fail(1)'); // it is no longer there
+        // The sounding shown can still be drawn.
+        await page.selectOption('#unit', 'mps');
+        await page.waitForFunction(() => document.querySelector('#levels thead')?.textContent?.includes('m/s'));
     });
 });
 

@@ -10,7 +10,7 @@ const ALL = [
     '70414|13/00Z|TEMP|ABCD|lost',
     '72327|13/00Z|TEMP|ABCD|mended',
     '78486|13/00Z|TEMP|ABCD|doubtful',
-    '91366|13/00Z|TEMP|AC|refused',
+    '91366|13/00Z|TEMP|AC|D refused',
     '24.0N 75.9W|28/18Z|DROP|A|lost',
 ];
 
@@ -77,7 +77,7 @@ test('every word of the filter must match', async () => {
         assert.deepEqual(await stations(page), ['24.0N 75.9W']);
         await page.fill('#filter', 'nothing like that');
         assert.deepEqual(await stations(page), []);
-        assert.ok(await page.isVisible('text=No sounding matches.'));
+        assert.equal(await page.textContent('#shown'), 'No sounding matches.');
         await page.fill('#filter', '');
         assert.deepEqual(await listed(page), ALL);
     });
@@ -109,6 +109,87 @@ test('every column sorts, twice the other way', async () => {
         assert.equal(sorted['Notes down']?.at(-1), '1');
         assert.equal(sorted['Station'], '02814');
         assert.equal(sorted['Station down'], '41820');
+    });
+});
+
+test('the sounding shown stays chosen while the filter hides it', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        const chosen = () => page.$$eval('#list [aria-selected=true]', (rows) => rows.map((row) => row.textContent!.slice(0, 5)));
+        await page.locator('#list .rows [role=row]', { hasText: '78486' }).click();
+        await page.waitForFunction(() => /78486/.test(document.querySelector('#title')?.textContent ?? ''));
+        for (const words of ['drop', 'nothing like that']) {
+            await page.fill('#filter', words);
+            assert.deepEqual(await chosen(), []);
+            assert.equal(await page.getAttribute('#list [role=grid]', 'aria-activedescendant'), null);
+            await page.fill('#filter', '');
+            assert.deepEqual(await chosen(), ['78486']);
+        }
+        // From the filter the arrow leads to the first one that matches.
+        await page.fill('#filter', 'drop');
+        await page.keyboard.press('ArrowDown');
+        await page.waitForFunction(() => /DROP/.test(document.querySelector('#title')?.textContent ?? ''));
+        assert.deepEqual(await chosen(), ['24.0N']);
+    });
+});
+
+test('a sounding that is chosen keeps its colour under the pointer', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        const chosen = page.locator('#list [aria-selected=true]');
+        const ground = () => chosen.evaluate((row) => getComputedStyle(row).backgroundColor);
+        const before = await ground();
+        await chosen.hover();
+        assert.equal(await ground(), before);
+        const other = page.locator('#list .rows [role=row]', { hasText: '72327' });
+        await other.hover();
+        assert.notEqual(await other.evaluate((row) => getComputedStyle(row).backgroundColor), 'rgba(0, 0, 0, 0)');
+    });
+});
+
+test('an order is shown from its start', async () => {
+    await withPage({}, async (page) => {
+        await readFiles(page, file('many.txt', manyBulletins(100_000)));
+        await page.focus('#list [role=grid]');
+        await page.keyboard.press('End');
+        const top = () => page.$eval('#list [role=grid]', (grid) => grid.scrollTop);
+        assert.ok((await top()) > 0);
+        const title = await page.textContent('#title');
+        await page.locator('#list [role=columnheader] button', { hasText: 'Notes' }).click();
+        assert.equal(await top(), 0);
+        assert.match((await listed(page))[0]!, /refused$/);
+        await page.waitForFunction((old) => document.querySelector('#title')?.textContent === old, title);
+    });
+});
+
+test('the arrows walk the list at once after opening', async () => {
+    await withPage({}, async (page) => {
+        const id = () => page.evaluate(() => document.activeElement?.id);
+        for (let i = 0; i < 20 && (await id()) !== 'start-example'; i += 1) {
+            await page.keyboard.press('Tab');
+        }
+        await page.keyboard.press('Enter');
+        await page.waitForSelector('#picture svg');
+        await page.keyboard.press('ArrowDown');
+        await page.waitForFunction(() => /72327/.test(document.querySelector('#title')?.textContent ?? ''));
+        // What has the focus keeps it.
+        await page.focus('#example');
+        await page.keyboard.press('Enter');
+        await page.waitForFunction(() => /70414/.test(document.querySelector('#title')?.textContent ?? ''));
+        assert.equal(await id(), 'example');
+    });
+});
+
+test('only the plain solidus leads to the filter', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        const id = () => page.evaluate(() => document.activeElement?.id);
+        for (const key of ['Control+/', 'Alt+/', 'Meta+/']) {
+            await page.keyboard.press(key);
+            assert.notEqual(await id(), 'filter', key);
+        }
+        await page.keyboard.press('/');
+        assert.equal(await id(), 'filter');
     });
 });
 

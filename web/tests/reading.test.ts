@@ -4,6 +4,7 @@ import { readFileSync } from 'node:fs';
 import { createServer } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { test } from 'node:test';
+import type { Page } from 'playwright-core';
 import {
     bulletinFiles,
     choose,
@@ -79,7 +80,9 @@ test('the table of one sounding holds its rows', async () => {
             shownRows.map((row) => [...row.children].slice(0, 6).map((cell) => cell.firstChild?.textContent ?? '')),
         );
         assert.equal(cells.length, mine.length);
-        const value = (text: string) => (text === '' ? null : Number(text));
+        const value = (text: string) => (text === '' ? null : Number(text.replace('\u2212', '-')));
+        const all = cells.flat().join(' ');
+        assert.ok(/ \u2212\d+\.\d /.test(all) && !all.includes('-'));
         mine.forEach((row, i) => {
             const [pres, height, , tdry, dp, wspd, wdir] = row.split(',').slice(-7);
             const knots = wspd === '' ? null : Math.round(Number(wspd) / 0.5144);
@@ -166,10 +169,84 @@ test('a small report travels in a link', async () => {
             await shown(other);
             assert.deepEqual(await listed(other), ['78486|13/00Z|TEMP|ABCD|doubtful']);
             assert.equal((await download(other, '#csv')).content.toString('latin1'), rows);
+            // What cannot be shown takes neither the sounding nor its link away.
+            await other.setInputFiles('#files', file('rubbish.txt', 'Dear colleagues'));
+            await other.waitForFunction(() => document.querySelector('#message')?.textContent !== '');
+            assert.equal(new URL(other.url()).hash, fragment);
             // The link goes when something else is read.
             await openExample(other);
             await other.waitForFunction(() => location.hash === '');
         });
+        // Or when another sounding is chosen.
+        await choose(page, '72327');
+        assert.equal(new URL(page.url()).hash, '');
+    });
+});
+
+async function linkOf(page: Page): Promise<string> {
+    await page.click('#link');
+    await page.waitForFunction(() => document.querySelector('#link-note')?.textContent !== '');
+    return new URL(page.url()).hash;
+}
+
+for (const words of ['72327', '70414', '91366', 'drop']) {
+    test(`a link shows the same again: ${words}`, async () => {
+        await withPage({}, async (page) => {
+            await openExample(page);
+            await choose(page, words);
+            const row = await page.textContent('#list [aria-selected=true]');
+            const notes = await page.locator('#parts .notes li').allTextContents();
+            assert.ok(notes.length > 0);
+            const rows = (await download(page, '#csv')).content.toString('latin1');
+            const fragment = await linkOf(page);
+            await withPage({ fragment }, async (other) => {
+                await shown(other);
+                assert.equal((await listed(other)).length, 1);
+                assert.equal(await other.textContent('#list [aria-selected=true]'), row);
+                assert.deepEqual(await other.locator('#parts .notes li').allTextContents(), notes);
+                assert.equal((await download(other, '#csv')).content.toString('latin1'), rows);
+            });
+        });
+    });
+}
+
+test('a report that is refused whole travels in a link', async () => {
+    await withPage({}, async (page) => {
+        await readFiles(page, file('refused.txt', 'TTAA 66001 68994 99011 1042/ 34019 00117 09632 34019 88999 77999='));
+        const reason = await page.textContent('#parts .notes');
+        const fragment = await linkOf(page);
+        await withPage({ fragment }, async (other) => {
+            await shown(other);
+            assert.equal(await other.textContent('#parts .notes'), reason);
+            assert.match((await listed(other))[0]!, /refused$/);
+        });
+    });
+});
+
+test('a link holds UTF-16 text as plain text', async () => {
+    const text = `USCA02 KWBC 130000\nTTAA 66001 68994 99011 10427 34019 00117 09632 34019 88999 77999=\n`;
+    const links: string[] = [];
+    for (const path of [file('plain.txt', text), file('wide.txt', Buffer.from(`\ufeff${text}`, 'utf16le'))]) {
+        await withPage({}, async (page) => {
+            await readFiles(page, path);
+            links.push(await linkOf(page));
+        });
+    }
+    assert.match(links[0]!, /^#report=USCA02\+KWBC\+130000%0ATTAA\+66001\+68994\+/);
+    assert.equal(links[1], links[0]);
+});
+
+test('an empty link and an empty paste are told in a sentence', async () => {
+    await withPage({ fragment: '#report=' }, async (page) => {
+        await page.waitForFunction(() => document.querySelector('#message')?.textContent === 'The link is empty.');
+        await page.click('#paste');
+        await page.click('#paste-read');
+        await page.waitForFunction(() => document.querySelector('#message')?.textContent === 'The pasted text is empty.');
+        await page.evaluate(() => {
+            const clipboardData = new DataTransfer();
+            document.body.dispatchEvent(new ClipboardEvent('paste', { clipboardData, bubbles: true, cancelable: true }));
+        });
+        assert.equal(await page.textContent('#message'), 'What you pasted holds neither text nor a file.');
     });
 });
 

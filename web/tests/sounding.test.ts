@@ -165,6 +165,94 @@ test('the picture is kept as SVG and as PNG', async () => {
     });
 });
 
+test('the picture reaches up to 10 hPa where that is wanted', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        await choose(page, '72327');
+        await levelRow(page, '70').hover();
+        assert.deepEqual(await marked(page).then(({ level, y }) => [level, y]), ['70', null]);
+        const before = await page.locator('#picture svg').first().innerHTML();
+        await page.focus('#top');
+        await page.keyboard.press('ArrowDown');
+        await page.waitForFunction((old) => document.querySelector('#picture svg')?.innerHTML !== old, before);
+        await levelRow(page, '850').hover();
+        await levelRow(page, '70').hover();
+        const { level, y } = await marked(page);
+        assert.equal(level, '70');
+        assert.ok(y !== null);
+        const svg = (await download(page, '#svg')).content.toString();
+        const size = /width="(\d+)" height="(\d+)"/.exec(svg)!.slice(1).join('x');
+        const options = ['--station', '72327', '--size', size, '--top', '10'];
+        assert.equal(svg, execFileSync(SKEWT, [EXAMPLE, ...options], { stdio: ['ignore', 'pipe', 'ignore'] }).toString());
+    });
+});
+
+for (const colorScheme of ['light', 'dark'] as const) {
+    // The names of the dew point and of 0 °C have 4.2 and 4.1 on white.
+    const todo = colorScheme === 'light' && 'darker blues';
+    test(`texts in the picture have contrast, ${colorScheme}`, { todo }, async () => {
+        await withPage({ colorScheme }, async (page) => {
+            await openExample(page);
+            for (const words of ['72327', '78486', '70414', 'drop']) {
+                await choose(page, words);
+                const texts = await page.$eval('#picture svg', (svg) => {
+                    const attribute = (of: Element | null, name: string): string | null =>
+                        of === null ? null : (of.getAttribute(name) ?? attribute(of.parentElement, name));
+                    const channels = (colour: string) => {
+                        const [, short, long] = /^#(?:([0-9a-f]{3})|([0-9a-f]{6}))$/i.exec(colour) ?? [];
+                        const digits = long ?? [...(short ?? '')].map((digit) => digit + digit).join('');
+                        return [0, 2, 4].map((at) => parseInt(digits.slice(at, at + 2), 16) / 255);
+                    };
+                    // Relative luminance and contrast as WCAG 2.2 defines them.
+                    const luminance = (colour: string) =>
+                        channels(colour)
+                            .map((part) => (part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4))
+                            .reduce((sum, part, i) => sum + part * [0.2126, 0.7152, 0.0722][i]!, 0);
+                    const ground = luminance(svg.querySelector('rect')!.getAttribute('fill')!);
+                    return [...svg.querySelectorAll('text')].map((text) => {
+                        const own = luminance(attribute(text, 'fill') ?? '#000000');
+                        const faint = ['opacity', 'fill-opacity'].some((name) => attribute(text, name) !== null);
+                        const contrast = (Math.max(own, ground) + 0.05) / (Math.min(own, ground) + 0.05);
+                        return { text: text.textContent, contrast: faint ? 0 : contrast };
+                    });
+                });
+                assert.ok(texts.length > 40, String(texts.length));
+                assert.deepEqual(
+                    texts.filter(({ contrast }) => !(contrast >= 4.5)),
+                    [],
+                    words,
+                );
+            }
+        });
+    });
+}
+
+for (const width of [1280, 1600, 2200]) {
+    test(`lines of 69 characters are not broken, ${width} pixels wide`, async () => {
+        await withPage({ viewport: { width, height: 900 } }, async (page) => {
+            const groups = longSounding(200).split(' ');
+            const lines = Array.from({ length: Math.ceil(groups.length / 11) }, (_, i) =>
+                groups.slice(11 * i, 11 * i + 11).join(' '), // 65 characters
+            );
+            await readFiles(page, file('lines.txt', lines.join('\n')));
+            const broken = await page.$$eval('#parts pre', (all) =>
+                all.map((pre) => {
+                    const height = parseFloat(getComputedStyle(pre).lineHeight);
+                    return Math.round(pre.clientHeight / height) - pre.textContent!.split('\n').length;
+                }),
+            );
+            assert.deepEqual(broken, [0]);
+            // The four letters of MMMM tell how wide one is.
+            const characters = await page.$eval('#parts pre', (pre) => {
+                const range = document.createRange();
+                range.selectNodeContents(pre.firstElementChild!);
+                return (4 * pre.clientWidth) / range.getBoundingClientRect().width;
+            });
+            assert.ok(characters >= 69, String(characters));
+        });
+    });
+}
+
 test('wind in m/s changes picture and table', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
@@ -200,7 +288,8 @@ test('a narrow screen needs no scrolling sideways', async () => {
         await openExample(page);
         await choose(page, '72327');
         assert.equal(await width(), 380);
-        const end = await page.evaluate(() => document.querySelector('footer')!.getBoundingClientRect().bottom + scrollY);
+        assert.ok(!(await page.isVisible('footer'))); // it tells of keys
+        const end = await page.evaluate(() => document.querySelector('main')!.getBoundingClientRect().bottom + scrollY);
         assert.ok((await page.evaluate(() => document.documentElement.scrollHeight)) <= Math.max(end, 800) + 1);
         // Nor does the table of levels.
         assert.equal(await page.$eval('#levels .scroller', (box) => box.scrollWidth - box.clientWidth), 0);
@@ -208,10 +297,44 @@ test('a narrow screen needs no scrolling sideways', async () => {
             const box = (await page.locator(id).boundingBox())!;
             assert.ok(box.x >= 0 && box.x + box.width <= 380, id);
         }
+        // Nor do the heads of its columns run together.
+        const gaps = await page.$$eval('#levels th', (heads) => {
+            const boxes = heads.map((head) => {
+                const range = document.createRange();
+                range.selectNodeContents(head);
+                return range.getBoundingClientRect();
+            });
+            return boxes.slice(1).map((box, i) => box.left - boxes[i]!.right);
+        });
+        assert.ok(Math.min(...gaps) >= 5, gaps.join(' '));
+        // What a finger may want to hit is large enough (WCAG 2.2, 2.5.8).
+        const small = await page.$$eval('button, select, input[type=search], label.check', (all) =>
+            all
+                .filter((one) => one.checkVisibility() && one.getBoundingClientRect().height < 24)
+                .map((one) => one.outerHTML),
+        );
+        assert.deepEqual(small, []);
+        // The picture is scrolled in its own box.
+        assert.ok(await page.$eval('#picture', (box) => box.scrollWidth > box.clientWidth && box.tabIndex === 0));
         // A finger on a level marks it.
         await levelRow(page, '700').tap();
         assert.equal((await marked(page)).level, '700');
         await screenshot(page, 'narrow', true);
+    });
+});
+
+test('the letters of the picture can be read on a narrow screen', async () => {
+    await withPage({ viewport: { width: 380, height: 800 }, hasTouch: true, isMobile: true }, async (page) => {
+        await openExample(page);
+        await choose(page, '72327');
+        const letters = await page.$$eval('#picture text', (texts) =>
+            texts.map((text) => {
+                const svg = (text as SVGTextElement).ownerSVGElement!;
+                const scale = svg.getBoundingClientRect().width / svg.viewBox.baseVal.width;
+                return scale * parseFloat(getComputedStyle(text).fontSize);
+            }),
+        );
+        assert.ok(letters.length > 40 && Math.min(...letters) >= 7.9, String(Math.min(...letters)));
     });
 });
 
@@ -231,7 +354,7 @@ test('the picture is drawn anew for a window of another size', async () => {
             (old) => document.querySelector<SVGSVGElement>('#picture svg')!.viewBox.baseVal.width < old,
             before,
         );
-        assert.ok(Math.abs((await width()) - 475) < 20, String(await width()));
+        assert.ok(Math.abs((await width()) * (16 / 15) - 500) < 2, String(await width())); // shown a fifteenth larger
     });
 });
 
@@ -279,3 +402,23 @@ for (const [format, words] of [
         });
     });
 }
+
+test('the start page is printed on one sheet', async () => {
+    await withPage({}, async (page) => {
+        const info = execFileSync('pdfinfo', [file('start.pdf', await page.pdf({ format: 'A4' }))], { encoding: 'utf8' });
+        assert.match(info, /Pages:\s+1\n/);
+    });
+});
+
+test('only levels below the ground are grey', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        await choose(page, '72327');
+        const colours = (row: string) =>
+            page.$$eval(`#levels tbody tr${row} td`, (cells) => [...new Set(cells.map((cell) => getComputedStyle(cell).color))]);
+        const [above, below] = [await colours(':not(.below)'), await colours('.below')];
+        assert.equal(above.length, 1);
+        assert.equal(below.length, 1);
+        assert.notEqual(above[0], below[0]);
+    });
+});

@@ -1,7 +1,7 @@
 // A browser with the page in it, and what every test asks of it: no fault in the console, no request to anywhere.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, readdirSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { mkdtempSync, readdirSync, readFileSync, rmSync, utimesSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before } from 'node:test';
@@ -53,6 +53,13 @@ export function file(name: string, content: string | Uint8Array): string {
     const path = join(scratch, name);
     writeFileSync(path, content, typeof content === 'string' ? 'latin1' : undefined);
     return path;
+}
+
+/** Changes a file that a page may have been given. */
+export function change(path: string): void {
+    writeFileSync(path, 'something else');
+    const later = Date.now() / 1000 + 10; // browsers look at whole seconds
+    utimesSync(path, later, later);
 }
 
 /** What corvane-feed writes to standard output. */
