@@ -1,4 +1,5 @@
-// Runs the browser tests: all, or those whose names match the pattern given. scripts/check-page sets what they need.
+// Runs the browser tests: all, or those whose names match the pattern given; with --speed the benchmarks instead.
+// scripts/check-page sets what they need.
 import { build } from 'esbuild';
 import { spawnSync } from 'node:child_process';
 import { readdirSync } from 'node:fs';
@@ -6,7 +7,9 @@ import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
 const here = dirname(fileURLToPath(import.meta.url));
-const tests = readdirSync(join(here, 'tests')).filter((name) => name.endsWith('.test.ts'));
+const [pattern] = process.argv.slice(2);
+const speed = pattern === '--speed';
+const tests = readdirSync(join(here, 'tests')).filter((name) => name.endsWith(speed ? '.bench.ts' : '.test.ts'));
 const outdir = join(here, 'build/tests');
 await build({
     entryPoints: tests.map((name) => join(here, 'tests', name)),
@@ -20,9 +23,8 @@ await build({
     sourcemap: 'inline',
     logLevel: 'warning',
 });
-const [pattern] = process.argv.slice(2);
 const options = ['--test', '--enable-source-maps', '--test-concurrency=1'];
-if (pattern) {
+if (pattern && !speed) {
     options.push(`--test-name-pattern=${pattern}`);
 }
 const files = tests.map((name) => join(outdir, name.replace(/\.ts$/, '.mjs')));

@@ -137,26 +137,49 @@ export async function choose(page: Page, words: string): Promise<void> {
     }
 }
 
+/** Drops a file on the page, as the browser itself reports one that is dragged over it. */
+export async function drop(page: Page, path: string): Promise<void> {
+    const client = await page.context().newCDPSession(page);
+    const data = { items: [], files: [path], dragOperationsMask: 1 };
+    for (const type of ['dragEnter', 'dragOver', 'drop'] as const) {
+        await client.send('Input.dispatchDragEvent', { type, x: 300, y: 300, data });
+    }
+    await client.detach();
+}
+
 /** What a click makes the page give to keep: name and content. */
 export async function download(page: Page, button: string): Promise<{ name: string; content: Buffer }> {
     const [got] = await Promise.all([page.waitForEvent('download'), page.click(button)]);
     return { name: got.suggestedFilename(), content: readFileSync(await got.path()) };
 }
 
-/** The example again and again, each time with other station numbers, as long as wanted. */
-export function manyBulletins(bytes: number): string {
-    const stations = [...new Set(example.match(/(?<=^TT.. \d{4,5}\/? )\d{5}/gm))];
+/** Bulletins again and again, each time with other station numbers, as long as wanted. */
+export function manyBulletins(bytes: number, bulletins = example): string {
+    const heads = /^(TT[A-D]{2} \d{4}[\d/] )(\d{5})/gm;
+    const stations = [...new Set([...bulletins.matchAll(heads)].map((match) => match[2]!))];
     const pieces: string[] = [];
     let length = 0;
     for (let i = 0; length < bytes; i += 1) {
-        let piece = example;
-        stations.forEach((station, at) => {
-            piece = piece.replaceAll(` ${station} `, ` ${String(10000 + ((i * stations.length + at) % 80000))} `);
-        });
+        const number = (station: string) => String(10000 + ((i * stations.length + stations.indexOf(station)) % 80000));
+        const piece = bulletins.replace(heads, (_, before: string, station: string) => before + number(station));
         pieces.push(piece, '\n');
         length += piece.length + 1;
     }
     return pieces.join('');
+}
+
+/**
+ * Bulletins as long as those of a day, 0.65 MB: reports of 106 stations again and again, in lines as they are sent, and
+ * as in such a day about as many NIL reports as others.
+ */
+export function dayOfBulletins(): string {
+    const reports = readFileSync(join(PROJECT, 'tests/sounding/data/us-2022-07-13.txt'), 'latin1').trim();
+    const bulletins = reports.split('\n').map((report) => {
+        const [mmmm, date, station] = report.split(' ');
+        const lines = report.replace(/(.{60,64}) /g, '$1\n');
+        return `USUS50 KWBC 130000\n${lines}\n${mmmm} ${date!.slice(0, 4)}/ ${99999 - Number(station)} NIL=\n`;
+    });
+    return manyBulletins(640_000, bulletins.join(''));
 }
 
 /** Keeps a picture of the page when CORVANE_SCREENSHOTS names a folder. */
@@ -165,14 +188,6 @@ export async function screenshot(page: Page, name: string, fullPage = false): Pr
     if (folder) {
         await page.screenshot({ path: join(folder, `${name}.png`), fullPage });
     }
-}
-
-/** The processor time of the browser so far, milliseconds. */
-export async function processorTime(): Promise<number> {
-    const client = await browser.newBrowserCDPSession();
-    const { processInfo } = await client.send('SystemInfo.getProcessInfo');
-    await client.detach();
-    return 1000 * processInfo.reduce((sum, process) => sum + process.cpuTime, 0);
 }
 
 /** The processor time of the longest task of a page's main thread during some work, milliseconds. */
