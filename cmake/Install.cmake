@@ -72,7 +72,7 @@ if(CORVANE_TOP_LEVEL)
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${corvane_docdir} COMPONENT ${corvane_documents})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/doc DESTINATION ${corvane_docdir} COMPONENT ${corvane_documents}
-    FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${corvane_docdir}
     COMPONENT ${corvane_documents}
     REGEX "/(archive-.*\\.sh|read_table\\..*)$" PERMISSIONS
