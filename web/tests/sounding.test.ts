@@ -60,6 +60,20 @@ test('a level is marked in table, picture and text at once', async () => {
     });
 });
 
+test('page and picture say the same of a sounding', async () => {
+    await withPage({}, async (page) => {
+        await openExample(page);
+        for (const words of ['72327', '78486', '70414', '91366', 'drop']) {
+            await choose(page, words);
+            const texts = await page.locator('#picture text').allTextContents();
+            const title = (await page.textContent('#title'))!;
+            const levels = /\d+ levels?/.exec((await page.textContent('#subtitle'))!)![0];
+            assert.ok(texts.some((text) => text.startsWith(title)), `${title}: ${texts[0]}`);
+            assert.ok(texts.some((text) => text.endsWith(` ${levels}`)), `${levels}: ${texts.slice(0, 3).join(' | ')}`);
+        }
+    });
+});
+
 test('mended groups are underlined and say why', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
