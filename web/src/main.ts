@@ -8,7 +8,7 @@ import { List } from './list';
 import { PictureView, png, sizeFor } from './picture';
 import { Sheet } from './sheet';
 import { TextView } from './text';
-import { badges, fileName, plural, position, stationName, summary } from './words';
+import { badges, fileName, plural, position, summary } from './words';
 import workerSource from 'worker:./worker.ts';
 
 const TIME_BEFORE_PROGRESS = 150; // milliseconds
@@ -252,7 +252,7 @@ function requestShow(): void {
 
 function describe(entry: Entry): string {
     const when = entry.day === null ? '' : `, day ${entry.day}, ${String(entry.hour).padStart(2, '0')} UTC`;
-    return `${entry.form} ${stationName(entry)}${when}`;
+    return `${entry.form} ${entry.station || position(entry, '\u00b0') || '?'}${when}`;
 }
 
 function partsOf(letters: string): string {
@@ -265,7 +265,7 @@ function show(next: Shown): void {
     const { entry, detail } = next;
     byId('title').textContent = describe(entry);
     const notes = [
-        entry.station === '' ? '' : position(entry),
+        entry.station === '' ? '' : position(entry, '\u00b0'),
         partsOf(entry.letters),
         entry.status === 'sounding' ? plural(entry.levels, 'level') : '',
         ...badges(entry).map(({ kind, text }) =>

@@ -9,15 +9,15 @@ export function plural(count: number, one: string, many = `${one}s`): string {
     return `${count} ${count === 1 ? one : many}`;
 }
 
-function degrees(value: number, positive: string, negative: string): string {
-    return `${Math.abs(value).toFixed(1)}${value < 0 ? negative : positive}`;
+function degrees(value: number, letters: [positive: string, negative: string], sign: string): string {
+    return `${Math.abs(value).toFixed(1)}${sign}${letters[value < 0 ? 1 : 0]}`;
 }
 
-/** "46.9S 37.9E", or nothing when the report does not give it. */
-export function position(entry: Entry): string {
+/** "46.9S 37.9E", with a sign after the numbers if wanted, or nothing when the report does not give it. */
+export function position(entry: Entry, sign = ''): string {
     return entry.latitude === null || entry.longitude === null
         ? ''
-        : `${degrees(entry.latitude, 'N', 'S')} ${degrees(entry.longitude, 'E', 'W')}`;
+        : `${degrees(entry.latitude, ['N', 'S'], sign)} ${degrees(entry.longitude, ['E', 'W'], sign)}`;
 }
 
 /** Station number, call sign, or where there is neither, the position. */

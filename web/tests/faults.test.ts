@@ -114,6 +114,11 @@ test('a file that changes before it is read is explained in a sentence', async (
             });
         });
         await page.setInputFiles('#files', path);
+        // It looks at the file only when it is asked for its size or time.
+        await page.$eval('#files', (input) => {
+            const given = (input as HTMLInputElement).files![0]!;
+            return [given.size, given.lastModified];
+        });
         change(path);
         await page.evaluate(() => document.querySelector('#files')!.dispatchEvent(new Event('change')));
         await page.waitForFunction(() => document.querySelector('#message')?.textContent !== '');
