@@ -26,8 +26,8 @@ struct Palette {
     std::string_view hodograph;
 };
 
-constexpr Palette LIGHT{"#ffffff", "#1a1a1a", "#595959", "#404040", "#e4dfd6", "#b4b4b4", "#c6ccd8", "#5b7fb5",
-                        "#dcc3a2", "#9fc9ab", "#b9aed4", "#c43400", "#1a80c8", "#404040", "#7a3b8f"};
+constexpr Palette LIGHT{"#ffffff", "#1a1a1a", "#595959", "#404040", "#e4dfd6", "#b4b4b4", "#c6ccd8", "#4f73aa",
+                        "#dcc3a2", "#9fc9ab", "#b9aed4", "#c43400", "#1876ba", "#404040", "#7a3b8f"};
 constexpr Palette DARK{"#14181d", "#e8e8e8", "#a8b0b8", "#b0b4b8", "#33302b", "#4c5259", "#3b4450", "#7d9fd0",
                        "#5e4e3a", "#355842", "#4d4568", "#ff8a4c", "#5cb8f2", "#d0d0d0", "#d49be4"};
 
