@@ -417,12 +417,17 @@ double heightOf(const SoundingLevel& level) {
     return level.heightComputed ? std::round(level.height) : level.height;
 }
 
+// Exactly 0 at 180 and 360 degrees, which no double is in radians.
+double sine(double degrees) {
+    return std::fmod(degrees, 180.0) == 0.0 ? 0.0 : std::sin(degrees * (3.14159265358979323846 / 180.0));
+}
+
 double eastward(const SoundingLevel& level) {
-    return -level.windSpeed * std::sin(level.windDirection * (3.14159265358979323846 / 180.0));
+    return asWritten(-level.windSpeed * sine(level.windDirection));
 }
 
 double northward(const SoundingLevel& level) {
-    return -level.windSpeed * std::cos(level.windDirection * (3.14159265358979323846 / 180.0));
+    return asWritten(-level.windSpeed * sine(level.windDirection + 90.0));
 }
 
 py::dict columnsOf(const Sounding& sounding) {
@@ -430,7 +435,7 @@ py::dict columnsOf(const Sounding& sounding) {
         NumberColumn column;
         column.reserve(sounding.levels.size());
         for (const SoundingLevel& level : sounding.levels) {
-            column.push_back(quantity(level) + 0.0);  // -0 + 0 is 0
+            column.push_back(quantity(level));
         }
         return arrayOf(column);
     };
