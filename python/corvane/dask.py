@@ -61,8 +61,8 @@ def read_feed(paths: _Paths, *, near: Optional[_times.Near] = None, mends: bool 
     >>> frame = read_feed(["bulletins.txt"], near="2022-07-13")
     >>> frame.npartitions
     1
-    >>> int(frame[frame["station"] == "72572"]["pres"].max().compute())
-    870
+    >>> float(frame[frame["station"] == "72572"]["tdry"].max().compute())
+    36.6
     """
     return _frame(paths, near, mends, False)
 
