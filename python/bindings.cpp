@@ -63,6 +63,11 @@ double asWritten(double number) {
     if (!std::isfinite(number)) {
         return number;
     }
+    // Most numbers are whole hundredths of at most six digits, and what is read again is the number itself.
+    const double hundredths = std::nearbyint(number * 100.0);
+    if (std::fabs(hundredths) < 1e6 && hundredths / 100.0 == number) {
+        return number + 0.0;  // -0 + 0 is 0
+    }
     std::string digits;
     corvane::table::appendNumber(digits, number);
     double written = 0.0;
@@ -168,11 +173,7 @@ public:
         if (rows == 0) {
             return;
         }
-        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
-        if (isNew) {
-            texts.push_back(text);
-        }
-        codes.insert(codes.end(), rows, entry->second);
+        codes.insert(codes.end(), rows, codeOf(text));
     }
 
     // (codes, texts)
@@ -185,6 +186,17 @@ public:
     }
 
 private:
+    std::int32_t codeOf(const std::string& text) {
+        if (!codes.empty() && texts[static_cast<std::size_t>(codes.back())] == text) {  // as in most rows
+            return codes.back();
+        }
+        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
+        if (isNew) {
+            texts.push_back(text);
+        }
+        return entry->second;
+    }
+
     std::map<std::string, std::int32_t> known;
     std::vector<std::string> texts;
     std::vector<std::int32_t> codes;
@@ -221,8 +233,14 @@ public:
         for (const corvane::ReadLevel& level : reading.levels) {
             doubt.add(corvane::table::joinNames(level.doubts));
             type.add(level.values.name());
+            auto field = level.values.fields.begin();  // the columns are in the order of the fields
             for (std::size_t i = 0; i < quantities.size(); ++i) {
-                quantities[i].push_back(asWritten(level.values.value(corvane::table::COLUMNS[i].field)));
+                while (field != level.values.fields.end() && field->first < corvane::table::COLUMNS[i].field) {
+                    ++field;
+                }
+                const bool given =
+                    field != level.values.fields.end() && field->first == corvane::table::COLUMNS[i].field;
+                quantities[i].push_back(given ? asWritten(field->second) : SoundingLevel::NOT_GIVEN);
             }
         }
     }
