@@ -27,10 +27,10 @@ def headers():
 
 
 def options():
-    """Results must not depend on the processor; CMakeLists.txt says more."""
+    """Those of CMakeLists.txt, which says more: results must not depend on the processor."""
     if os.name != "posix":
         return []
-    always = ["-ffp-contract=off", "-fno-semantic-interposition", "-g0"]
+    always = ["-O3", "-ffp-contract=off", "-fno-semantic-interposition", "-fno-plt", "-g0"]
     return [*always, "-msse2", "-mfpmath=sse"] if re.fullmatch("i[3-6]86", platform.machine()) else always
 
 

@@ -8,8 +8,6 @@ add_custom_target(corvane_python ALL
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     COMMENT "Building the Python package"
     VERBATIM)
-install(DIRECTORY ${corvane_python_lib}/corvane DESTINATION lib/python3/dist-packages COMPONENT python
-    PATTERN "__pycache__" EXCLUDE)
 execute_process(COMMAND ${corvane_python} -c "import sys; print('%d.%d' % sys.version_info[:2])"
     OUTPUT_VARIABLE corvane_python_version OUTPUT_STRIP_TRAILING_WHITESPACE)
 execute_process(COMMAND ${corvane_python} -c "import sys; print('%d.%d' % (sys.version_info[0], sys.version_info[1] + 1))"
@@ -17,3 +15,13 @@ execute_process(COMMAND ${corvane_python} -c "import sys; print('%d.%d' % (sys.v
 if(NOT corvane_python_version)
     message(FATAL_ERROR "CORVANE_PYTHON is on and ${corvane_python} does not run")
 endif()
+
+# Below /usr Debian's Python looks in a folder without its version, below any other prefix in one with it. The prefix is
+# known only at installation: cpack has its own.
+install(CODE "
+    set(folder lib/python${corvane_python_version}/dist-packages)
+    if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\")
+        set(folder lib/python3/dist-packages)
+    endif()
+    file(INSTALL \"${corvane_python_lib}/corvane\" DESTINATION \"\${CMAKE_INSTALL_PREFIX}/\${folder}\"
+        PATTERN __pycache__ EXCLUDE)" COMPONENT python)

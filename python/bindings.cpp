@@ -63,6 +63,11 @@ double asWritten(double number) {
     if (!std::isfinite(number)) {
         return number;
     }
+    // Most numbers are whole hundredths of at most six digits, and what is read again is the number itself.
+    const double hundredths = std::nearbyint(number * 100.0);
+    if (std::fabs(hundredths) < 1e6 && hundredths / 100.0 == number) {
+        return number + 0.0;  // -0 + 0 is 0
+    }
     std::string digits;
     corvane::table::appendNumber(digits, number);
     double written = 0.0;
@@ -168,11 +173,7 @@ public:
         if (rows == 0) {
             return;
         }
-        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
-        if (isNew) {
-            texts.push_back(text);
-        }
-        codes.insert(codes.end(), rows, entry->second);
+        codes.insert(codes.end(), rows, codeOf(text));
     }
 
     // (codes, texts)
@@ -185,6 +186,17 @@ public:
     }
 
 private:
+    std::int32_t codeOf(const std::string& text) {
+        if (!codes.empty() && texts[static_cast<std::size_t>(codes.back())] == text) {  // as in most rows
+            return codes.back();
+        }
+        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
+        if (isNew) {
+            texts.push_back(text);
+        }
+        return entry->second;
+    }
+
     std::map<std::string, std::int32_t> known;
     std::vector<std::string> texts;
     std::vector<std::int32_t> codes;
@@ -221,8 +233,14 @@ public:
         for (const corvane::ReadLevel& level : reading.levels) {
             doubt.add(corvane::table::joinNames(level.doubts));
             type.add(level.values.name());
+            auto field = level.values.fields.begin();  // the columns are in the order of the fields
             for (std::size_t i = 0; i < quantities.size(); ++i) {
-                quantities[i].push_back(asWritten(level.values.value(corvane::table::COLUMNS[i].field)));
+                while (field != level.values.fields.end() && field->first < corvane::table::COLUMNS[i].field) {
+                    ++field;
+                }
+                const bool given =
+                    field != level.values.fields.end() && field->first == corvane::table::COLUMNS[i].field;
+                quantities[i].push_back(given ? asWritten(field->second) : SoundingLevel::NOT_GIVEN);
             }
         }
     }
@@ -417,12 +435,17 @@ double heightOf(const SoundingLevel& level) {
     return level.heightComputed ? std::round(level.height) : level.height;
 }
 
+// Exactly 0 at 180 and 360 degrees, which no double is in radians.
+double sine(double degrees) {
+    return std::fmod(degrees, 180.0) == 0.0 ? 0.0 : std::sin(degrees * (3.14159265358979323846 / 180.0));
+}
+
 double eastward(const SoundingLevel& level) {
-    return -level.windSpeed * std::sin(level.windDirection * (3.14159265358979323846 / 180.0));
+    return asWritten(-level.windSpeed * sine(level.windDirection));
 }
 
 double northward(const SoundingLevel& level) {
-    return -level.windSpeed * std::cos(level.windDirection * (3.14159265358979323846 / 180.0));
+    return asWritten(-level.windSpeed * sine(level.windDirection + 90.0));
 }
 
 py::dict columnsOf(const Sounding& sounding) {
@@ -430,7 +453,7 @@ py::dict columnsOf(const Sounding& sounding) {
         NumberColumn column;
         column.reserve(sounding.levels.size());
         for (const SoundingLevel& level : sounding.levels) {
-            column.push_back(quantity(level) + 0.0);  // -0 + 0 is 0
+            column.push_back(quantity(level));
         }
         return arrayOf(column);
     };

@@ -2,14 +2,14 @@
 
 Bulletins as they are received, of many stations, into a table for pandas::
 
-    frame = corvane.read_feed("bulletins.txt")
-    frame[(frame["type"] == "mandatory") & (frame["pres"] == 500)][["station", "tdry"]]
+    frame = corvane.read_feed("bulletins.txt")      # a row for each level of each part, repeats included
 
 Whole soundings, each with a profile, indices and a picture::
 
-    for sounding in corvane.soundings("bulletins.txt", near="2022-07-13"):
-        frame = sounding.to_pandas()
-        sounding.skewt().save(f"{sounding.station}.svg")
+    soundings = corvane.soundings("bulletins.txt", near="2022-07-13")
+    profiles = pandas.concat([sounding.to_pandas() for sounding in soundings])
+    profiles[profiles["pressure"] == 500][["station", "time", "temperature"]]
+    soundings[0].skewt().save("first.svg")
 
 One clean report, strictly by the code form::
 
@@ -34,7 +34,7 @@ from collections.abc import Iterable
 from typing import TYPE_CHECKING
 
 from ._corvane import __version__
-from ._faults import CodingFault, RefusedWarning
+from ._faults import CodingFault, NoPartWarning, RefusedWarning
 from ._feed import read_feed
 from ._report import Level, Report, decode
 from ._soundings import SVG, Doubt, Mend, Sounding, SoundingLevel, SoundingPart, soundings
@@ -43,12 +43,12 @@ if TYPE_CHECKING:
     import xarray
 
 __all__ = [
-    "CodingFault", "Doubt", "Level", "Mend", "RefusedWarning", "Report", "SVG", "Sounding", "SoundingLevel",
-    "SoundingPart", "__version__", "decode", "read_feed", "soundings", "to_xarray",
+    "CodingFault", "Doubt", "Level", "Mend", "NoPartWarning", "RefusedWarning", "Report", "SVG", "Sounding",
+    "SoundingLevel", "SoundingPart", "__version__", "decode", "read_feed", "soundings", "to_xarray",
 ]
 
-for _public in (CodingFault, Doubt, Level, Mend, RefusedWarning, Report, SVG, Sounding, SoundingLevel, SoundingPart,
-                decode, read_feed, soundings):
+for _public in (CodingFault, Doubt, Level, Mend, NoPartWarning, RefusedWarning, Report, SVG, Sounding, SoundingLevel,
+                SoundingPart, decode, read_feed, soundings):
     _public.__module__ = __name__  # where users find them
 
 

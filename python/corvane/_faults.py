@@ -43,4 +43,24 @@ class CodingFault(ValueError):
 
 
 class RefusedWarning(UserWarning):
-    """Some parts of bulletins hold data that cannot be read for certain; the table of parts says why."""
+    """Some parts of bulletins hold data that cannot be read for certain; the table of parts says why.
+
+    >>> import warnings
+    >>> with warnings.catch_warnings(record=True) as caught:
+    ...     warnings.simplefilter("always", RefusedWarning)
+    ...     frame = read_feed(b"TTAA 56001 72203 990 32259 11504=")
+    >>> print(caught[0].message)
+    1 of 1 parts was refused; read_feed(...).attrs["parts"] says why
+    """
+
+
+class NoPartWarning(UserWarning):
+    """An input holds no part of a TEMP report at all: it may be a file of another kind.
+
+    >>> import warnings
+    >>> with warnings.catch_warnings(record=True) as caught:
+    ...     warnings.simplefilter("always", NoPartWarning)
+    ...     frame = read_feed(b"SAUS70 KWBC 130000")
+    >>> print(caught[0].message)
+    no TEMP part found in -
+    """

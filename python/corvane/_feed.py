@@ -1,6 +1,7 @@
 """The table of bulletins."""
 from __future__ import annotations
 
+import datetime as dt
 from collections.abc import Iterable
 from typing import TYPE_CHECKING, Optional, Union
 
@@ -23,19 +24,22 @@ def read_feed(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
     ``attrs["parts"]`` the table of all parts: status (decoded, NIL, empty, refused), mends, and why a part was refused.
 
     Args:
-        source: a path (``.gz`` is unpacked, "-" is standard input), the bytes themselves, an open file, or a list of
-            these.
-        near: a date, such as "2022-07-13". Adds the column ``time``, in UTC: the day and hour nearest to that date
-            that carry this day of the month. The digits of a remark, otherwise called ``time``, are then
-            ``remark_time``. For inputs of many dates: a function that gives the date for a path. Without it no year is
-            invented.
+        source: a path ("-" is standard input), the bytes themselves, an open file, or a list of these. A gzip file is
+            unpacked, whatever its name.
+        near: a date: a string such as "2022-07-13" or "2022-07-13T12:00Z", a datetime, a date, a pandas.Timestamp or a
+            numpy.datetime64; one with a time zone is converted to UTC. Adds the column ``time``, in UTC: the day and
+            hour nearest to that date that carry this day of the month. The digits of a remark, otherwise called
+            ``time``, are then ``remark_time``. For inputs of different dates: a function that returns the date for a
+            path. Without it no year is invented.
         mends: whether parts are mended; False: only cut and checked.
 
     Raises:
         OSError: an input cannot be opened or read; ``filename`` says which.
+        ValueError: ``near`` is no date, or the source is a string that holds bulletins and not a path.
 
     Warns:
         RefusedWarning: how many parts were refused.
+        NoPartWarning: an input holds no part.
 
     >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
     >>> frame = read_feed(bulletin, near="2026-11-08")
@@ -49,9 +53,11 @@ def read_feed(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
     from . import _frames
 
     reader = _corvane.TableReader(mends)
-    rows: list[tuple[str, int]] = []  # the rows that an input ends before
+    date_of = _times.resolver(near)
+    dates: list[tuple[Optional[dt.datetime], int]] = []  # the date of each input, and the row that it ends before
     for one in _inputs.sources(source):
+        date = date_of(_inputs.name_of(one))
         _inputs.add(reader, one)
-        rows.append((_inputs.name_of(one), reader.rows))
+        dates.append((date, reader.rows))
     warn_of_refused(reader.counts)
-    return _frames.feed_frame(reader.levels(), reader.parts(), rows, near)
+    return _frames.feed_frame(reader.levels(), reader.parts(), None if near is None else dates)

@@ -1,6 +1,7 @@
 """Tables for pandas. The only modules that need pandas are this one and what imports it."""
 from __future__ import annotations
 
+import datetime as dt
 from typing import TYPE_CHECKING, Any, Optional
 
 import numpy
@@ -25,7 +26,7 @@ SOUNDING_UNITS: dict[str, Optional[str]] = {
 
 
 class PartsFrame(pandas.DataFrame):  # type: ignore[misc]
-    """The table of parts. pandas compares and copies what is in ``attrs``; of this table the identity counts there."""
+    """The table of parts. pandas compares what is in ``attrs``: this table is compared by identity."""
 
     @property
     def _constructor(self) -> Any:
@@ -35,7 +36,7 @@ class PartsFrame(pandas.DataFrame):  # type: ignore[misc]
         return self is other if isinstance(other, PartsFrame) else super().__eq__(other)
 
     def __deepcopy__(self, memo: object = None) -> PartsFrame:
-        return self
+        return PartsFrame(self.copy(deep=True))
 
 
 def texts(column: tuple[Any, list[str]], missing: object = numpy.nan) -> Any:
@@ -58,29 +59,32 @@ def report_frame(report: Report) -> pandas.DataFrame:
     return frame
 
 
-def feed_frame(levels: dict[str, Any], parts: dict[str, Any], rows: list[tuple[str, int]],
-               near: Optional[_times.Near]) -> pandas.DataFrame:
-    """`rows` holds the name of each input and the row that it ends before."""
+def feed_frame(levels: dict[str, Any], parts: dict[str, Any],
+               dates: Optional[list[tuple[Optional[dt.datetime], int]]]) -> pandas.DataFrame:
+    """`dates` holds the date of each input and the row that it ends before; None: without the column of times."""
     columns = table(levels, _corvane.FEED_COLUMNS)
-    if near is not None:
+    if dates is not None:
         columns = {"remark_time" if name == "time" else name: column for name, column in columns.items()}
-        columns["time"] = times(columns["day"], columns["hour"], rows, near)
+        columns["time"] = times(columns["day"], columns["hour"], dates)
     frame = pandas.DataFrame(columns, copy=False)
     frame.attrs["units"] = dict(FEED_UNITS)
-    of_parts = pandas.DataFrame(table(parts, _corvane.PARTS_COLUMNS)).astype({"day": "Int64", "hour": "Int64"})
-    frame.attrs["parts"] = PartsFrame(of_parts)
+    columns = table(parts, _corvane.PARTS_COLUMNS)
+    for name in ("day", "hour"):
+        missing = numpy.isnan(columns[name])
+        columns[name] = pandas.arrays.IntegerArray(numpy.where(missing, 0, columns[name]).astype("int64"), missing)
+    frame.attrs["parts"] = PartsFrame(columns, copy=False)
     return frame
 
 
-def times(days: Any, hours: Any, rows: list[tuple[str, int]], near: _times.Near) -> Any:
-    """The dates of rows; `rows` as for feed_frame."""
+def times(days: Any, hours: Any, dates: list[tuple[Optional[dt.datetime], int]]) -> Any:
+    """The dates of rows; `dates` as for feed_frame."""
     found = numpy.empty(len(days), dtype="datetime64[ns]")
     begin = 0
-    for name, end in rows:
-        date = _times.date_near(near, name)
+    for date, end in dates:
+        assert date is not None
         keys, where = numpy.unique(days[begin:end] * 100 + hours[begin:end], return_inverse=True)
-        dates = [_times.nearest(date, int(key) // 100, int(key) % 100) for key in keys]
-        found[begin:end] = numpy.array(dates, dtype="datetime64[ns]")[where]
+        nearest = [_times.nearest(date, int(key) // 100, int(key) % 100) for key in keys]
+        found[begin:end] = numpy.array(nearest, dtype="datetime64[ns]")[where]
         begin = end
     return found
 

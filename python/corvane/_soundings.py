@@ -2,6 +2,8 @@
 from __future__ import annotations
 
 import datetime as dt
+import numbers
+import operator
 import os
 from collections.abc import Iterable
 from typing import TYPE_CHECKING, Any, NamedTuple, Optional, Union
@@ -18,6 +20,11 @@ class SoundingLevel(NamedTuple):
     """Everything that the parts of a sounding give at one pressure. What they do not give is None.
 
     `kinds` and `doubt` are names separated by spaces; see :meth:`Sounding.to_pandas`.
+
+    >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
+    >>> level = soundings(bulletin)[0].levels[0]
+    >>> level.pressure, level.temperature, level.kinds, level.below_ground
+    (1014.0, 32.2, 'surface', False)
     """
 
     pressure: float  #: hPa
@@ -33,7 +40,12 @@ class SoundingLevel(NamedTuple):
 
 
 class Mend(NamedTuple):
-    """What was changed in a part so that it could be read."""
+    """What was changed in a part so that it could be read.
+
+    >>> bulletin = b"TTAA 5600/ 72201 99014 32259 11504 00140 30057 11506 88999 77999="
+    >>> soundings(bulletin)[0].parts[0].mends
+    (Mend(name='id', text='5600/ read as 56000', lost=False),)
+    """
 
     name: str  #: "id", "closer", "join" ...
     text: str  #: what was done, with the groups concerned
@@ -41,14 +53,24 @@ class Mend(NamedTuple):
 
 
 class Doubt(NamedTuple):
-    """A doubt about a part."""
+    """A doubt about a part.
+
+    >>> bulletin = b"TTAA 56009 72201 99014 32259 11504 00140 30057 11506 92180 25057 11506 88999 77999="
+    >>> soundings(bulletin)[0].parts[0].doubts[0].text
+    'the heights of 1000 and 925 hPa stand for a mean of -255.6 degrees'
+    """
 
     name: str  #: the check: "hydrostatic", "tropopause", "lapse-rate"
     text: str  #: what does not fit
 
 
 class SoundingPart(NamedTuple):
-    """A part of a sounding: where it stands and what was done to it."""
+    """A part of a sounding: where it stands and what was done to it.
+
+    >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
+    >>> soundings(bulletin)[0].parts[0]
+    SoundingPart(source='-:1', heading='', letter='A', mends=(), doubts=())
+    """
 
     source: str  #: FILE:LINE
     heading: str  #: the abbreviated heading of its bulletin
@@ -58,13 +80,23 @@ class SoundingPart(NamedTuple):
 
 
 class SVG(str):
-    """A picture in SVG: a text that a notebook shows as the picture."""
+    """A picture in SVG: a string that a notebook shows as the picture.
+
+    >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
+    >>> picture = soundings(bulletin)[0].skewt()
+    >>> isinstance(picture, SVG), picture.rstrip()[-6:]
+    (True, '</svg>')
+    """
 
     def _repr_svg_(self) -> str:
         return str(self)
 
     def save(self, path: Union[str, os.PathLike[str]]) -> None:
-        """Writes the picture to a file."""
+        """Writes the picture to a file.
+
+        >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
+        >>> soundings(bulletin)[0].skewt().save("72201.svg")
+        """
         with open(path, "w", encoding="utf-8") as file:
             file.write(self)
 
@@ -236,9 +268,13 @@ class Sounding:
 
         Args:
             units: of wind speeds, "kt" or "mps".
-            top: pressure of the upper edge, hPa; 100 or just above the highest level if not given.
-            width, height: in pixels, at least 400 and 440.
+            top: pressure of the upper edge, 1 to 900 hPa; 100 or just above the highest level if not given.
+            width, height: in pixels, from 400x440 to 10000x10000.
             dark: light lines on a dark ground.
+
+        Raises:
+            ValueError: an argument is out of these ranges.
+            TypeError: the width or the height is no integer, or the top no number.
 
         >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
         >>> picture = soundings(bulletin)[0].skewt()
@@ -247,7 +283,14 @@ class Sounding:
         """
         if units not in ("kt", "mps"):
             raise ValueError(f'units of wind are "kt" or "mps", not {units!r}')
-        return SVG(self._data.skewt(units == "kt", 0.0 if top is None else top, width, height, dark))
+        if top is not None and not isinstance(top, (float, numbers.Real)):
+            raise TypeError(f"top must be a number or None, not {top!r}")
+        if top is not None and not 1 <= top <= 900:
+            raise ValueError(f"top must be from 1 to 900 hPa, not {top!r}")
+        width, height = operator.index(width), operator.index(height)
+        if not (400 <= width <= 10000 and 440 <= height <= 10000):
+            raise ValueError(f"the size must be from 400x440 to 10000x10000, not {width}x{height}")
+        return SVG(self._data.skewt(units == "kt", 0.0 if top is None else float(top), width, height, dark))
 
     def _repr_svg_(self) -> str:
         return str(self.skewt())
@@ -269,14 +312,15 @@ def soundings(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
     72201 2026-11-06 00:00:00 2
     """
     reader = _corvane.SoundingReader(mends)
+    date_of = _times.resolver(near)
+    dates = {}
     for one in _inputs.sources(source):
+        name = _inputs.name_of(one)
+        dates[name] = date_of(name)
         _inputs.add(reader, one)
     warn_of_refused(reader.counts)
     found = []
     for data in reader.soundings():
-        time = None
-        if near is not None:
-            name = data.parts()[0][0].rpartition(":")[0]
-            time = _times.nearest(_times.date_near(near, name), data.day, data.hour)
-        found.append(Sounding(data, time))
+        date = dates[data.parts()[0][0].rpartition(":")[0]]
+        found.append(Sounding(data, None if date is None else _times.nearest(date, data.day, data.hour)))
     return found

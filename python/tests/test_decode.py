@@ -1,9 +1,12 @@
 """One report: decode, CodingFault, Report, Level."""
 import gc
+import io
 import math
 import pickle
 import resource
+import sys
 import threading
+import time
 from concurrent.futures import ThreadPoolExecutor
 
 import pandas
@@ -13,6 +16,12 @@ from hypothesis import given, settings
 from hypothesis import strategies as st
 
 import corvane
+from corvane import _corvane
+
+
+SOUNDINGS = _corvane.SoundingReader(True)
+SOUNDINGS.add("-", io.BytesIO(REPORT.encode()).read)
+SOUNDING = SOUNDINGS.soundings()[0]
 
 
 def test_identification_of_a_report():
@@ -151,6 +160,44 @@ def test_threads_share_nothing():
     with ThreadPoolExecutor(8) as pool:
         for rounds in pool.map(work, range(8)):
             assert rounds == [expected] * 5
+
+
+@pytest.fixture
+def patient_threads():
+    """A thread keeps the lock of the interpreter until it gives it up itself."""
+    interval = sys.getswitchinterval()
+    sys.setswitchinterval(1000)
+    yield
+    sys.setswitchinterval(interval)
+
+
+@pytest.mark.parametrize("read", [
+    lambda: corvane.decode(REPORT),
+    lambda: _corvane.TableReader(True).add("-", io.BytesIO(REPORT.encode()).read),
+    lambda: _corvane.SoundingReader(True).add("-", io.BytesIO(REPORT.encode()).read),
+    lambda: SOUNDINGS.soundings(),
+    lambda: SOUNDING.indices(),
+    lambda: SOUNDING.skewt(True, 0, 1000, 1100, False),
+], ids=["decode", "table", "bulletins", "soundings", "indices", "picture"])
+def test_another_thread_runs_while_one_decodes(read, patient_threads):
+    waiting, ran = threading.Lock(), []
+
+    def work():
+        with waiting:
+            ran.append(True)
+
+    waiting.acquire()
+    other = threading.Thread(target=work)
+    other.start()
+    waiting.release()  # from here on the other thread waits for nothing but the lock of the interpreter
+    for _ in range(100_000):
+        pass
+    assert not ran
+    deadline = time.monotonic() + 60
+    while not ran and time.monotonic() < deadline:
+        read()
+    assert ran
+    other.join()
 
 
 def resident():

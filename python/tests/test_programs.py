@@ -41,7 +41,7 @@ def test_report(path):
         assert_same(report.to_pandas(), read_csv(run.stdout))
 
 
-@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning")
+@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning", "ignore::corvane.NoPartWarning")
 @pytest.mark.parametrize("mends", [True, False])
 @pytest.mark.parametrize("path", BULLETINS, ids=lambda path: path.name)
 def test_bulletins(path, mends, tmp_path):
@@ -54,14 +54,14 @@ def test_bulletins(path, mends, tmp_path):
     assert_same(frame.attrs["parts"].copy(), read_csv(parts.read_text()))
 
 
-@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning")
+@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning", "ignore::corvane.NoPartWarning")
 def test_bulletins_through_a_pipe():
     path = max(BULLETINS, key=lambda path: path.stat().st_size)
     run = subprocess.run([program("corvane-feed"), "--quiet"], input=path.read_bytes(), capture_output=True)
     assert_same(corvane.read_feed(path.read_bytes()), read_csv(run.stdout.decode()))
 
 
-@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning")
+@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning", "ignore::corvane.NoPartWarning")
 @pytest.mark.parametrize("path", BULLETINS, ids=lambda path: path.name)
 def test_soundings(path):
     run = subprocess.run([program("corvane-feed"), "--quiet", "--soundings", path], capture_output=True, text=True)
@@ -78,7 +78,7 @@ def test_soundings(path):
     assert_same(frame, table[names])
 
 
-@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning")
+@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning", "ignore::corvane.NoPartWarning")
 @pytest.mark.parametrize("path", BULLETINS, ids=lambda path: path.name)
 def test_indices(path):
     run = subprocess.run([program("corvane-skewt"), "--indices", path], capture_output=True, text=True)
@@ -89,7 +89,7 @@ def test_indices(path):
     assert_same(frame, table[table.columns[5:]])
 
 
-@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning")
+@pytest.mark.filterwarnings("ignore::corvane.RefusedWarning", "ignore::corvane.NoPartWarning")
 def test_picture(tmp_path):
     path = next(path for path in BULLETINS if path.name.startswith("us-"))
     sounding = corvane.soundings(path)[0]
