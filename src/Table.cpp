@@ -37,7 +37,8 @@ char* writeNumber(char* at, double number) {
     const double magnitude = std::fabs(number);
     if (magnitude < 1000000.0) {
         const double scaled = magnitude * static_cast<double>(UNIT);
-        const auto whole = static_cast<std::int64_t>(scaled + 0.5);  // NOLINT(bugprone-incorrect-roundings): checked below
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings): only what is next to a whole number goes on
+        const auto whole = static_cast<std::int64_t>(scaled + 0.5);
         const bool sixDigits =
             whole < 1000000 || (whole < 100000000 && whole % 100 == 0) || (whole < 1000000 * UNIT && whole % UNIT == 0);
         if (sixDigits && std::fabs(scaled - static_cast<double>(whole)) <= SAME * scaled) {
