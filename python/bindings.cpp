@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <corvane/Corvane.h>
 #include <corvane/Feed.h>
@@ -16,13 +15,11 @@
 #include <cstdint>
 #include <exception>
 #include <istream>
-#include <locale>
 #include <map>
 #include <optional>
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
-#include <sstream>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
@@ -57,28 +54,9 @@ std::string bytesOf(const py::str& text) {
     return bytes;
 }
 
-// The number that a reader of the programs' tables gets: six significant digits, never -0. So 7.699999999999999, which
-// is 10.4 - 2.7, is 7.7 here as there.
+// The number that a reader of the programs' tables gets, never -0.
 double asWritten(double number) {
-    if (!std::isfinite(number)) {
-        return number;
-    }
-    // Most numbers are whole hundredths of at most six digits, and what is read again is the number itself.
-    const double hundredths = std::nearbyint(number * 100.0);
-    if (std::fabs(hundredths) < 1e6 && hundredths / 100.0 == number) {
-        return number + 0.0;  // -0 + 0 is 0
-    }
-    std::string digits;
-    corvane::table::appendNumber(digits, number);
-    double written = 0.0;
-#if defined(__cpp_lib_to_chars)
-    std::from_chars(digits.data(), digits.data() + digits.size(), written);
-#else
-    std::istringstream stream(digits);
-    stream.imbue(std::locale::classic());
-    stream >> written;
-#endif
-    return written + 0.0;  // -0 + 0 is 0
+    return corvane::table::asWritten(number) + 0.0;  // -0 + 0 is 0
 }
 
 // None for a quantity that is not given.

@@ -41,6 +41,10 @@ void expectLikeTheStream(StreamWriter& written, double number) {
     const double infinity = std::numeric_limits<double>::infinity();
     for (const double near : {number, std::nextafter(number, -infinity), std::nextafter(number, infinity)}) {
         ASSERT_EQ(appended(near), written(near)) << std::hexfloat << near;
+        if (std::isfinite(near)) {
+            ASSERT_EQ(corvane::table::asWritten(near), std::strtod(written(near).c_str(), nullptr))
+                << std::hexfloat << near;
+        }
         ASSERT_EQ(appended(-near), written(-near)) << std::hexfloat << -near;
     }
 }
