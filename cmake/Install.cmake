@@ -44,7 +44,7 @@ if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
 else()
     set(corvane_pc_includedir "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
-foreach(directory IN ITEMS prefix libdir includedir)  # pkg-config reads a blank with a backslash
+foreach(directory IN ITEMS prefix libdir includedir)  # pkg-config reads a space with a backslash
     string(REPLACE " " "\\ " corvane_pc_${directory} "${corvane_pc_${directory}}")
 endforeach()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/corvane.pc.in ${PROJECT_BINARY_DIR}/cmake/corvane.pc @ONLY)
@@ -61,7 +61,7 @@ endif()
 
 # ---- documents and examples --------------------------------------------------------------------------------------
 
-# With the folders of the sources, so that their links to each other hold.
+# With the folders of the sources, so that links between them hold; the others lead into the source tree.
 set(corvane_documents development)
 if(CORVANE_PROGRAM)
     set(corvane_documents program)

@@ -2,6 +2,7 @@
 # Decodes every report of an archive. Read by archive-xargs.sh and archive-parallel.sh, which define for_each: it runs a
 # command for every NUL-terminated name on standard input, with the name as last argument, and fails if one fails.
 set -eu
+unset CDPATH
 script=${0##*/}
 usage="usage: $script ARCHIVE TABLES
 

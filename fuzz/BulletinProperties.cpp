@@ -316,7 +316,7 @@ std::string readingIsWhole(const Part& part, const Reading& reading) {
         }
         for (const auto& field : level.values.fields) {
             if (!std::isfinite(field.second) || (field.second == 0.0 && std::signbit(field.second))) {
-                return "a level with a value that is none: " + level.values.name();
+                return "a level with a value that is not a number: " + level.values.name();
             }
         }
     }

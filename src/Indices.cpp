@@ -1,4 +1,4 @@
-// Indices of a sounding: the profile, the lifted parcel, the single indices. Definitions stand in the header and in
+// Indices of a sounding: the profile, the lifted parcel, the single indices. Definitions are in the header and in
 // doc/indices.md.
 #include <corvane/Indices.h>
 #include <corvane/Thermodynamics.h>

@@ -26,9 +26,9 @@ static_assert(ascending(), "appendRow needs the columns in the order of LEVEL_FI
 
 constexpr std::size_t LONGEST_NUMBER = 13;  // -1.23457e-308
 
-// Nearly every number of a table is, except for its last bits, one of at most four decimals and at most six digits: a
-// speed converted from knots has four. It is written as that one, since half a unit of the sixth digit is at least 5e-7
-// of a number, and the rounding of the product at most 1.2e-16 of it.
+// Nearly every number of a table is, except for its last bits, a decimal number of at most four decimals and at most
+// six digits: a speed converted from knots has four. It is written as that decimal number, since half a unit of the
+// sixth digit is at least 5e-7 of a number, and the rounding of the product at most 1.2e-16 of it.
 constexpr std::int64_t UNIT = 10000;
 constexpr std::int64_t NOT_SHORT = -1;
 

@@ -1,4 +1,4 @@
-// The thermodynamics of moist air. Formulas and sources stand in the header.
+// The thermodynamics of moist air. Formulas and sources are in the header.
 #include <corvane/Thermodynamics.h>
 
 #include <cmath>

@@ -2,7 +2,7 @@
 /// Reads raw bulletins: cuts them into parts, mends what can be mended with certainty, decodes each part with Corvane
 /// and checks the result.
 ///
-/// Traffic as it is received is not one clean report. It is a stream of bulletins with abbreviated headings, reports of
+/// Real traffic does not come as clean reports. It is a stream of bulletins with abbreviated headings, reports of
 /// many stations, NIL reports, repeats, corrections, other code forms and line noise:
 ///
 ///     USUS50 KWBC 130000 RRA
@@ -81,7 +81,7 @@ struct CORVANE_API Part {
     std::string mmmm;            ///< "TTAA" to "IIDD"
     std::vector<Group> groups;   ///< what follows MMMM, without the end of the report
     std::vector<Mend> marks;     ///< punctuation that was taken off groups
-    std::string excess;          ///< why the part is too large to be kept whole (see MAXIMUM_GROUPS); mostly empty
+    std::string excess;          ///< why the part is too large to be kept whole (see MAXIMUM_GROUPS); usually empty
 
     Corvane::WMO_MESSAGE_TYPE form() const;  ///< the code form that MMMM names
     char letter() const;                     ///< 'A' to 'D'
@@ -122,7 +122,7 @@ struct ReadLevel {
     /// tropopause has its wind, a surface of unknown pressure is a surface without a pressure, and a quantity that is
     /// not given is absent, never NaN. At least one quantity besides pressures is given.
     Corvane::Level values;
-    /// The checks that doubt this level: "hydrostatic", "tropopause", "lapse-rate". Mostly empty.
+    /// The checks that doubt this level: "hydrostatic", "tropopause", "lapse-rate". Usually empty.
     std::vector<std::string> doubts;
     /// The groups of the part that it is read from.
     GroupRange groups;

@@ -31,7 +31,7 @@
 ///
 /// A level outside the diagram, or one of more than 350 that is thinned out, has none. Colours and widths are
 /// presentation attributes, which any style sheet of a page overrides. SVG 1.1 has no attribute `role`: a page that
-/// takes the picture into its own text adds `role="img"` to the element.
+/// embeds the SVG inline adds `role="img"` to the element.
 #ifndef CORVANE_SKEWT_H
 #define CORVANE_SKEWT_H
 

@@ -84,7 +84,7 @@ struct SoundingLevel {
     bool belowGround = false;
     /// The checks that doubt it (see ReadLevel::doubts), each once. "unit": its wind is from a part that gives winds in
     /// another unit than most parts of the sounding, so that one of the two is wrong; where as many parts say knots as
-    /// metres per second, all winds are doubted. Winds are never converted on that suspicion. Mostly empty.
+    /// metres per second, all winds are doubted. Winds are never converted on that suspicion. Usually empty.
     std::vector<std::string> doubts;
     std::vector<Origin> origins;  ///< by part, in the order of each part
 };
@@ -112,7 +112,8 @@ struct Sounding {
     std::string launch;               ///< GGgg of the first part that gives it; otherwise empty
     std::string letters;              ///< the parts that it is made of: "AB", "ABCD"
     std::vector<SoundingPart> parts;  ///< by letter, one for each
-    /// Different copies of its parts that gave way to a correction or a later copy. Identical repeats do not count.
+    /// Different copies of its parts that were replaced by a correction or a later copy. Identical repeats do not
+    /// count.
     std::size_t replaced = 0;
     std::vector<SoundingLevel> levels;  ///< by descending pressure, each pressure once; may be empty
 };

@@ -12,7 +12,7 @@ class CodingFault(ValueError):
     """A report that cannot be decoded.
 
     Attributes:
-        message: the whole text, as the program `corvane` says it.
+        message: the whole text, as the program `corvane` prints it.
         reason: what is wrong, without the groups.
         groups: the groups shown, from the fault on: at most six.
 
@@ -43,7 +43,7 @@ class CodingFault(ValueError):
 
 
 class RefusedWarning(UserWarning):
-    """Some parts of bulletins hold data that cannot be read for certain; the table of parts says why.
+    """Some parts of bulletins hold data that cannot be read with certainty; the table of parts says why.
 
     >>> import warnings
     >>> with warnings.catch_warnings(record=True) as caught:

@@ -55,7 +55,7 @@ class Report:
     """
 
     form: str  #: "TEMP", "TEMP SHIP", "TEMP DROP", "TEMP MOBIL"; "UNKNOWN" for a report without a part
-    heading: str  #: the abbreviated heading; mostly empty
+    heading: str  #: the abbreviated heading; usually empty
     station: str  #: number IIiii or call sign; empty for TEMP DROP
     day: Optional[int]  #: of the month
     hour: Optional[int]  #: UTC
@@ -74,7 +74,7 @@ class Report:
     def to_pandas(self) -> pandas.DataFrame:
         """The table that the program writes: eleven columns, a row for each level.
 
-        Missing values are NaN; units stand in ``attrs["units"]``.
+        Missing values are NaN; units are in ``attrs["units"]``.
 
         >>> report = decode("TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999")
         >>> report.to_pandas()[["type", "pres", "tdry", "dp", "height"]]

@@ -34,7 +34,7 @@ class SoundingLevel(NamedTuple):
     direction: Optional[float]  #: from which the wind blows, degrees true
     speed: Optional[float]  #: m/s
     kinds: str  #: of "surface mandatory significant tropopause maxwind"
-    doubt: str  #: the checks that doubt the level; mostly empty
+    doubt: str  #: the checks that doubt the level; usually empty
     height_computed: bool  #: whether the height is computed from temperatures, not reported
     below_ground: bool  #: whether its pressure is above that of the surface
 
@@ -57,7 +57,7 @@ class Doubt(NamedTuple):
 
     >>> bulletin = b"TTAA 56009 72201 99014 32259 11504 00140 30057 11506 92180 25057 11506 88999 77999="
     >>> soundings(bulletin)[0].parts[0].doubts[0].text
-    'the heights of 1000 and 925 hPa stand for a mean of -255.6 degrees'
+    'the heights of 1000 and 925 hPa imply a mean temperature of -255.6 degrees'
     """
 
     name: str  #: the check: "hydrostatic", "tropopause", "lapse-rate"
@@ -102,7 +102,7 @@ class SVG(str):
 
 
 class Sounding:
-    """One ascent or drop: its parts joined, its levels by falling pressure. Made by :func:`soundings`.
+    """One ascent or drop: its parts joined, its levels by descending pressure. Made by :func:`soundings`.
 
     >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
     >>> sounding = soundings(bulletin)[0]
@@ -170,12 +170,12 @@ class Sounding:
 
     @property
     def replaced(self) -> int:
-        """How many different copies of its parts gave way to a correction or a later copy."""
+        """How many different copies of its parts were replaced by a correction or a later copy."""
         return self._data.replaced
 
     @property
     def levels(self) -> tuple[SoundingLevel, ...]:
-        """All levels by falling pressure, those below the ground included."""
+        """All levels by descending pressure, those below the ground included."""
         return tuple(SoundingLevel._make(level) for level in self._data.levels())
 
     @property

@@ -50,7 +50,7 @@ def _date(near: Any) -> dt.datetime:
 
 
 def _as_python_writes(text: str) -> str:
-    """Python before 3.11 reads no Z and no fraction but of three or six digits."""
+    """Python before 3.11 reads no Z, and only fractions of three or six digits."""
     text = re.sub(r"[zZ]$", "+00:00", text)
     return re.sub(r"[.,](\d+)", lambda fraction: "." + fraction[1][:6].ljust(6, "0"), text)
 

@@ -215,6 +215,28 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     return false;
 }
 
+// The first two groups after section 7 that may be a level: levels that come too late, which the decoder skips. At most
+// the sea-surface temperature 9snTwTwTw stands between the launch time and the next opener, and 21212 comes before
+// them. The end of the part where there is no such group.
+std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
+    const auto belongsToLevel = [&work](std::size_t place) {
+        const std::string& group = work.at(place);
+        return group.size() == 5 && isDigitsAndSolidi(group) && !saysNoLevel(group) && !isOpener(group);
+    };
+    std::size_t place = hasForm(work.at(launch + 1), "9????") ? launch + 2 : launch + 1;
+    for (; place < work.size() && !isOpener(work.at(place)); ++place) {
+        if (belongsToLevel(place) && belongsToLevel(place + 1)) {
+            return place;
+        }
+    }
+    for (; place < work.size() && work.at(place) != "61616" && work.at(place) != "62626"; ++place) {
+        if (work.isPartBOrD() && work.at(place) == "21212") {
+            return place;
+        }
+    }
+    return work.size();
+}
+
 Attempt attemptToDecode(Work work, bool mend) {
     Attempt attempt{std::move(work), {}, {}, false};
     bool tailIsTidy = !mend;
@@ -245,6 +267,14 @@ Attempt attemptToDecode(Work work, bool mend) {
                     return attempt;
                 }
                 dropLaunch(attempt.work, decoder.launchPlace());
+            }
+            const std::size_t late = placeOfLateLevels(attempt.work, decoder.launchPlace());
+            if (late < attempt.work.size()) {
+                if (!mend) {
+                    attempt.refusal = attempt.work.refuse("Levels stand after section 7.", late);
+                    return attempt;
+                }
+                attempt.work.note("leftover", "not read: " + attempt.work.context(late), late, 0, true);
             }
             attempt.decoded.launch = decoder.launch();
             attempt.decoded.levels = decoder.takeLevels();

@@ -94,6 +94,12 @@ bool isSplitKeyword(const Work& work, std::size_t place, std::string_view keywor
            !value.empty() && (isDigit(value[0]) || value[0] == '/' || value == "WND");
 }
 
+// A keyword glued to what follows it, SPG2403N07602W or DLMWND: plain words for the decoder, too.
+bool isGluedKeyword(std::string_view word, std::string_view keyword) {
+    const std::string_view rest = word.substr(std::min(keyword.size(), word.size()));
+    return !rest.empty() && word.substr(0, keyword.size()) == keyword && (isDigit(rest[0]) || rest == "WND");
+}
+
 }  // namespace
 
 std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
@@ -109,6 +115,8 @@ std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
                 remarks.push_back(remarkAt(work, place, form));
             } else if (isSplitKeyword(work, place, form.keyword)) {
                 remarks.push_back({form.kind, place, 2, false});
+            } else if (form.keyword != "WL" && isGluedKeyword(work.at(place), form.keyword)) {
+                remarks.push_back({form.kind, place, 1, false});
             }
         }
     }

@@ -34,7 +34,7 @@ class Profile {
 public:
     explicit Profile(const Sounding& sounding);
 
-    // By falling pressure. Of more than 350, which no station reports, as many evenly chosen ones.
+    // By descending pressure. Of more than 350, which no station reports, as many evenly chosen ones.
     const std::vector<Level>& levels() const { return drawn; }
 
     // The levels of a kind, from the lowest up: four at most, of which a report gives two or three.

@@ -168,7 +168,7 @@ TEST(TemperatureGroup, DepressionCodesNextToTheForbiddenOnesAreValid) {
         OpenDecoder decoder = OpenDecoder::withGroups("124" + depression);
         double temp = UNTOUCHED;
         double dewpoint = UNTOUCHED;
-        EXPECT_EQ(faultOf([&] { decoder.decodeTTTDD(temp, dewpoint); }), "(nothing thrown)");
+        EXPECT_EQ(faultOf([&] { decoder.decodeTTTDD(temp, dewpoint); }), NOTHING_THROWN);
         EXPECT_DOUBLE_EQ(dewpoint, depression == "50" ? 12.4 - 5.0 : 12.4 - 6.0);
     }
 }

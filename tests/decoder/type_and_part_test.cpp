@@ -112,7 +112,7 @@ TEST(TypeAndPart, EveryPairOfDifferentTypesIsAFault) {
             OpenDecoder decoder = OpenDecoder::withGroups(first + "AA " + second + "BB");
             decoder.decodeMMMM();
             EXPECT_EQ(faultOf([&] { decoder.decodeMMMM(); }),
-                      first == second ? "(nothing thrown)" : TWO_TYPES + " Error detected at " + second + "BB ...");
+                      first == second ? NOTHING_THROWN : TWO_TYPES + " Error detected at " + second + "BB ...");
             EXPECT_EQ(decoder.part, first == second ? 1 : 0);
         }
     }

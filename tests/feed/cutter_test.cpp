@@ -62,7 +62,7 @@ TEST(Cutter, EveryControlCharacterOfTheEnvelopeEndsAPartAndForgetsTheHeading) {
     }
 }
 
-TEST(Cutter, SOHAndETXWithoutBlanksAreWordsOfTheirOwn) {
+TEST(Cutter, SOHAndETXWithoutSpacesAreSeparateWords) {
     const std::vector<Part> parts = partsOf("\1"s + "221\r\r\nUSUS50 KWBC 130000\r\r\nTTAA 72576 NIL\3\1"s +
                                             "222\r\r\nUSUS51 KWBC 130000\r\r\nTTAA 72582 NIL=\r\r\n\3"s);
     ASSERT_EQ(parts.size(), 2U);
@@ -200,7 +200,7 @@ TEST(Cutter, AHeadingKeepsEightIndicatorsAtMost) {
     EXPECT_EQ(cut(endless + " TTAA 1"), Lines{"TTAA 1"});
 }
 
-TEST(Cutter, WhatIsNoHeadingChangesNone) {
+TEST(Cutter, OnlyAHeadingReplacesTheHeading) {
     for (const std::string text :
          {"USMH1 KTAM 120600", "USUS50 KWB 130000", "USUS50 KWBC 13000", "USUS50 KWBC 1300000", "USUS5 KWBC 130000",
           "USUS500 KWBC 130000", "US1S50 KWBC 130000", "USUS50 KW1C 130000", "USUS50 KWBC 13000X",

@@ -72,7 +72,7 @@ TEST(Id, AnIdThatReachesFurtherIsTried) {
     }
 }
 
-TEST(Id, AnIdThatIsNoneIsReplaced) {
+TEST(Id, AnInvalidIdIsReplaced) {
     EXPECT_EQ(mendsOf(with(BEIJING, "28231", "28236")), Lines{"id: 28236 read as 28231"});
     EXPECT_EQ(mendsOf(with(WIND_AT_7, "63001", "63004")), Lines{"id: 63004 read as 63000"});
     EXPECT_EQ(mendsOf(with(WIND_AT_7, "63001", "63008")), Lines{"id: 63008 read as 63000"});

@@ -428,6 +428,22 @@ TEST(Leftover, AShipMayHaveASeaTemperatureToo) {
     EXPECT_EQ(mendsOf(with(ship, "82240", "72240")), Lines{"lost leftover: not read: 46308 72240 90831 ..."});
 }
 
+TEST(Leftover, LevelsAfterSection7AreLost) {
+    const std::string partB = "TTBB 56008 72233 00012 10658 11850 05512 ";
+    EXPECT_EQ(mendsOf(partB + "31313 46208 80601 21212 00012 27010 11850 28015"),
+              Lines{"lost leftover: not read: 21212 00012 27010 11850 28015 ..."});
+    EXPECT_EQ(mendsOf(partB + "31313 46208 80601 22700 00112 33600 10112"),
+              Lines{"lost leftover: not read: 22700 00112 33600 10112 ..."});
+    EXPECT_EQ(mendsOf(partB + "41414 00900 21212 00012 27010 11850 28015"),
+              (Lines{"section-7: wrote 31313 ///// 8//// before 41414",
+                     "lost leftover: not read: 21212 00012 27010 11850 28015 ..."}));
+    EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 88200 60156 28020 77190 28090 40510")),
+              Lines{"lost leftover: not read: 88200 60156 28020 77190 28090 40510 ..."});
+    EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 90831 51515 10164 88200")), Lines());
+    EXPECT_EQ(readOnly(partB + "31313 46208 80601 22700 00112", false).reason,
+              "Levels stand after section 7. Error detected at 22700 00112 ...");
+}
+
 TEST(Leftover, WithoutMendsThePartIsRefused) {
     const Reading reading = readOnly(with(BEIJING, "77999", "77999 17226 31563"), false);
     EXPECT_EQ(reading.status, Reading::REFUSED);

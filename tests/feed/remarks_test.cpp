@@ -75,6 +75,13 @@ TEST(Remarks, LineEndsInsideAValueAreJoined) {
     EXPECT_EQ(reading.levels.back().groups.count, 5U);
 }
 
+TEST(Remarks, AKeywordGluedToWhatFollowsIsLost) {
+    EXPECT_EQ(mendsOfRemarks("DLMWND 27030 011200"), Lines{"lost remark: left out DLMWND before 27030 011200 ..."});
+    EXPECT_EQ(mendsOfRemarks("WL15028033 084"), Lines{"lost remark: left out WL15028033 before 084 ..."});
+    EXPECT_EQ(mendsOfRemarks("SPG2403N07602W 230512"), Lines{"lost remark: left out SPG2403N07602W before 230512 ..."});
+    EXPECT_EQ(mendsOfRemarks("RELEASED SPLASH WLX"), Lines());
+}
+
 TEST(Remarks, ARemarkThatIsCutShortIsLost) {
     // NOAA 9, hurricane Danielle, 28 August 1998: SPL without a time
     EXPECT_EQ(mendsOfRemarks("SPL 2402N07602W"), Lines{"lost remark: left out SPL before 2402N07602W ..."});

@@ -192,7 +192,7 @@ TEST(Section1, AnElevationThatIsNotGivenKeepsTheLevelsInPlace) {
     EXPECT_TRUE(given.mends.empty());
 }
 
-TEST(Section1, AnElevationGroupThatIsNoneIsRefused) {
+TEST(Section1, AnInvalidElevationGroupIsRefused) {
     for (const std::string group : {"1/053", "1905A", "190531", "1905", "///1/"}) {
         EXPECT_EQ(reasonOf(mobil(group)).substr(0, 58), "The elevation group (h0h0h0h0im) is incorrectly coded. Err")
             << group;

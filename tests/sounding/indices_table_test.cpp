@@ -36,7 +36,7 @@ TEST(IndicesTable, NumbersStandInTheOrderOfTheHeader) {
     EXPECT_EQ(row, ",1,2,3,4,5,6,-7,8,9,10,11,12,13,14,-15,16,17,18,19,20,21,22,23,24,25");
 }
 
-TEST(IndicesTable, WhatThereIsNoneOfIsEmpty) {
+TEST(IndicesTable, AMissingValueIsEmpty) {
     std::string row;
     table::appendIndices(row, Indices());
     EXPECT_EQ(row, std::string(25, ','));

@@ -154,7 +154,7 @@ TEST_F(SkewTProgram, WritesAFileForEachSounding) {
     EXPECT_EQ(contentOf(folder / "pictures/72572-1300.svg"), run("bulletins.txt --station 72572").output);
 }
 
-TEST_F(SkewTProgram, MakesNoFolderForNothing) {
+TEST_F(SkewTProgram, MakesNoFolderWithoutASounding) {
     EXPECT_EQ(run("--all pictures bulletins.txt --station 99999").status, 1);
     EXPECT_FALSE(fs::exists(folder / "pictures"));
     // A folder above it is not made.

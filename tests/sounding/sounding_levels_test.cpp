@@ -120,7 +120,7 @@ TEST(SoundingLevels, TropopauseDoesNotPrevailOverAPartThatComesLater) {
     EXPECT_EQ(levels[0].temperature, -47.9);
 }
 
-TEST(SoundingLevels, RemarksOfADropsondeAreNone) {
+TEST(SoundingLevels, RemarksOfADropsondeAreNotLevels) {
     const std::vector<SoundingLevel> levels = levelsOf({decoded(
         "XXAA 70035 99153 70659 04355 99007 29456 28521 00067 28856 28523 88999 77999 62626 MBL WND 29023 DLM WND "
         "29525 007410 WL150 28523 080 REL 1532N06587W 023155 SPG 1529N06581W 024152 LST WND 013")});
@@ -129,7 +129,7 @@ TEST(SoundingLevels, RemarksOfADropsondeAreNone) {
     EXPECT_EQ(levels[1].pressure, 1000);
 }
 
-TEST(SoundingLevels, WithoutAPressureThereIsNone) {
+TEST(SoundingLevels, NeedAPressure) {
     const std::vector<Sounding> soundings =
         soundingsOf({handMade('A', {readLevel(SURFACE, {{TDRY, 1}}), readLevel(SIGNIFICANT, {{PRES, 0}, {TDRY, 1}}),
                                     readLevel(SIGNIFICANT, {{PRES, SoundingLevel::NOT_GIVEN}, {TDRY, 1}})})});

@@ -186,7 +186,7 @@ TEST(Thermodynamics, ThicknessOfADryAdiabaticLayer) {
     EXPECT_NEAR(1000.0 * (20.0 - dryAdiabat(20.0, 1000.0, 700.0)) / metres, 9.7505, 0.001);
 }
 
-TEST(Thermodynamics, NothingEndlessAndNothingInfiniteComesFromAnyNumber) {
+TEST(Thermodynamics, EveryCallEndsWithAFiniteNumberOrNaN) {
     const double infinite = std::numeric_limits<double>::infinity();
     const std::vector<double> numbers{NONE,   infinite, -infinite, 0.0,   -0.0,  1.0,     -1.0,  20.0,   -100.0,
                                       -243.5, -273.15,  -273.2,    100.0, 500.0, -1000.0, 1e300, -1e300, 1e-300};

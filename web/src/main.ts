@@ -283,7 +283,7 @@ function show(next: Shown): void {
     } else {
         picture.showText(
             entry.status === 'refused'
-                ? 'No sounding: what the report holds cannot be read for certain. The reason is given with the text.'
+                ? 'No sounding: what the report holds cannot be read with certainty. The reason is given with the text.'
                 : 'No sounding: the report holds no data.',
         );
     }
