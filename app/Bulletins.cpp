@@ -91,12 +91,34 @@ std::optional<off_t> sizeOf(int file) {
     return information.st_size - lseek(file, 0, SEEK_CUR);
 }
 
+bool isOneOf(const std::vector<std::string>& inputs, const struct stat& file) {
+    return S_ISREG(file.st_mode) && std::any_of(inputs.begin(), inputs.end(), [&file](const std::string& name) {
+               struct stat input {};
+               const int found = name == "-" ? fstat(STDIN_FILENO, &input) : stat(name.c_str(), &input);
+               return found == 0 && input.st_dev == file.st_dev && input.st_ino == file.st_ino;
+           });
+}
+
+const std::vector<std::string>& inputsOf(const std::vector<std::string>& files) {
+    static const std::vector<std::string> STANDARD_INPUT{"-"};
+    return files.empty() ? STANDARD_INPUT : files;
+}
+
 }  // namespace
+
+bool overwritesInput(const std::string& file, const std::vector<std::string>& files) {
+    struct stat output {};
+    return stat(file.c_str(), &output) == 0 && isOneOf(inputsOf(files), output);
+}
+
+bool standardOutputIsInput(const std::vector<std::string>& files) {
+    struct stat output {};
+    return fstat(STDOUT_FILENO, &output) == 0 && isOneOf(inputsOf(files), output);
+}
 
 void Bulletins::read(const std::vector<std::string>& files, const corvane::ReadOptions& options,
                      const Handler& handle) {
-    static const std::vector<std::string> STANDARD_INPUT{"-"};
-    for (const std::string& file : files.empty() ? STANDARD_INPUT : files) {
+    for (const std::string& file : inputsOf(files)) {
         if (stopped) {
             return;
         }

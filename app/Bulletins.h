@@ -16,6 +16,12 @@ enum ExitStatus {
     EXIT_TROUBLE = 2  ///< usage, an input that cannot be read, output that cannot be written
 };
 
+/// Whether a file is one that bulletins are read from, under whatever name: writing it would destroy the input.
+bool overwritesInput(const std::string& file, const std::vector<std::string>& files);
+
+/// Whether standard output goes into a file that is read: what is written would be read again, without an end.
+bool standardOutputIsInput(const std::vector<std::string>& files);
+
 /// Reads the parts of several inputs and says on standard error what was done to them.
 class Bulletins {
 public:

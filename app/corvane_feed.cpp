@@ -1,10 +1,10 @@
 // The program corvane-feed: raw bulletins in, a table of the levels of every part out.
 #include "Bulletins.h"
+#include "CommandLine.h"
 #include "FeedTable.h"
 #include "Output.h"
 #include "SoundingTable.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <CLI/CLI.hpp>
 #include <corvane/Feed.h>
@@ -14,7 +14,6 @@
 #include <new>
 #include <optional>
 #include <string>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -49,6 +48,7 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
                 "");
     app.add_flag("--quiet", arguments.quiet, "Write only the summary to standard error");
     try {
+        needValues(argc, argv);
         app.parse(argc, argv);
     } catch (const CLI::Success& request) {
         const int status = app.exit(request);
@@ -60,26 +60,16 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
     return std::nullopt;
 }
 
-// Whether a file is one that the bulletins are read from, under whatever name.
-bool isInput(const std::string& file, const std::vector<std::string>& inputs) {
-    struct stat wanted {};
-    if (stat(file.c_str(), &wanted) != 0 || !S_ISREG(wanted.st_mode)) {
-        return false;
-    }
-    const auto isSame = [&wanted](const std::string& name) {
-        struct stat input {};
-        const int found = name == "-" ? fstat(STDIN_FILENO, &input) : stat(name.c_str(), &input);
-        return found == 0 && input.st_dev == wanted.st_dev && input.st_ino == wanted.st_ino;
-    };
-    return inputs.empty() ? isSame("-") : std::any_of(inputs.begin(), inputs.end(), isSame);
-}
-
 int run(const Arguments& arguments) {
+    if (standardOutputIsInput(arguments.files)) {
+        std::cerr << PROGRAM << ": standard output goes into an input\n";
+        return EXIT_TROUBLE;
+    }
     Bulletins bulletins(PROGRAM, arguments.quiet);
     Output table(STDOUT_FILENO);
     std::optional<Output> parts;
     if (!arguments.partsFile.empty()) {
-        if (isInput(arguments.partsFile, arguments.files)) {
+        if (overwritesInput(arguments.partsFile, arguments.files)) {
             std::cerr << PROGRAM << ": " << arguments.partsFile << ": the table of parts would overwrite an input\n";
             return EXIT_TROUBLE;
         }

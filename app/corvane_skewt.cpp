@@ -1,5 +1,6 @@
 // The program corvane-skewt: raw bulletins in, a skew-T diagram of a sounding out, or the indices of all of them.
 #include "Bulletins.h"
+#include "CommandLine.h"
 #include "IndicesTable.h"
 #include "Output.h"
 
@@ -94,6 +95,7 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
         ->excludes(all);
     app.add_flag("--quiet", arguments.quiet, "Say nothing about what was mended, doubted or refused");
     try {
+        needValues(argc, argv);
         app.parse(argc, argv);
         if (!arguments.size.empty() && !parseSize(arguments.size, arguments.picture)) {
             throw CLI::ValidationError("--size", "400x440 to 10000x10000 wanted, not " + arguments.size);
@@ -213,6 +215,10 @@ void list(const std::vector<Named>& chosen) {
 }
 
 int run(const Arguments& arguments) {
+    if (standardOutputIsInput(arguments.files)) {
+        std::cerr << PROGRAM << ": standard output goes into an input\n";
+        return EXIT_TROUBLE;
+    }
     Bulletins bulletins(PROGRAM, true);
     Output out(STDOUT_FILENO);
     corvane::Soundings collected;

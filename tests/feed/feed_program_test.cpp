@@ -270,6 +270,28 @@ TEST_F(FeedProgram, NoFileTakesThePlaceOfAClosedStream) {
                                 "-:1,,TEMP,A,54511,28,23,decoded,1,,\n");
 }
 
+// Rows that are appended to an input would be read again, without an end.
+TEST_F(FeedProgram, StandardOutputIsNoInput) {
+    const std::string input = file("input.txt", GROUND);
+    Streams streams;
+    streams.outputFile = input;
+    for (const std::string option : {"--print", "--soundings", "--quiet"}) {
+        const ProgramRun run = runFeed({option, input}, streams);
+        EXPECT_EQ(run.errors, "corvane-feed: standard output goes into an input\n");
+        EXPECT_EQ(run.exitStatus, 2);
+        EXPECT_EQ(contentOf(input), GROUND);
+    }
+}
+
+// CLI11 alone would take the input for the value.
+TEST_F(FeedProgram, AnOptionThatEndsWithAnEqualsSignHasNoValue) {
+    const std::string input = file("input.txt", GROUND);
+    const ProgramRun run = runFeed({"--parts=", input});
+    EXPECT_EQ(run.errors, "corvane-feed: --parts= needs a value\nTry 'corvane-feed --help'.\n");
+    EXPECT_EQ(run.exitStatus, 2);
+    EXPECT_EQ(contentOf(input), GROUND);
+}
+
 // The table of parts is opened before anything is read, and an input would be empty then.
 TEST_F(FeedProgram, TheTableOfPartsDoesNotOverwriteAnInput) {
     const std::string other = file("other.txt", GROUND);

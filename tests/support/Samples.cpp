@@ -35,7 +35,8 @@ std::vector<fs::path> filesBelow(const std::string& folder) {
     fs::recursive_directory_iterator entry(sourceFile(folder));
     for (; entry != fs::recursive_directory_iterator(); ++entry) {
         const std::string name = entry->path().filename().string();
-        if (name.front() == '.' || (entry->is_directory() && name.rfind("build", 0) == 0)) {
+        const bool isBuilt = name.rfind("build", 0) == 0 || name == "node_modules";
+        if (name.front() == '.' || (entry->is_directory() && isBuilt)) {
             entry.disable_recursion_pending();
         } else if (entry->is_regular_file()) {
             files.push_back(entry->path());
