@@ -51,8 +51,8 @@ struct SkewTOptions {
     /// not reach that high. At most 0.8 of the pressure of the lower edge, which is 1050 hPa for a usual sounding.
     double top = 0.0;
     int width = 1000;  ///< of the picture, pixels: 400 to 10000; the nearest of these for any other number
-    /// Of the picture, pixels: 440 to 10000. The diagram is at most half as wide again as high, and hardly higher than
-    /// wide: a picture of another shape has free margins.
+    /// Of the picture, pixels: 440 to 10000. The diagram is at most one and a half times as wide as high, and only
+    /// slightly higher than wide: a picture of another shape has free margins.
     int height = 1100;
     bool dark = false;  ///< light lines on a dark ground
 };
