@@ -91,13 +91,13 @@ double asWritten(double number) {
     if (!std::isfinite(number)) {
         return number;
     }
-    std::array<char, LONGEST_NUMBER> text;
-    const char* const end = writeNumber(text.data(), number);
+    std::string text;
+    appendNumber(text, number);
     double written = 0.0;
 #if defined(__cpp_lib_to_chars)
-    std::from_chars(text.data(), end, written);
+    std::from_chars(text.data(), text.data() + text.size(), written);
 #else
-    std::istringstream stream(std::string(text.data(), end));
+    std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     stream >> written;
 #endif
