@@ -19,6 +19,7 @@
 #include <map>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -64,10 +65,10 @@ bool parseSize(std::string_view text, corvane::SkewTOptions& picture) {
 }
 
 // "100" or "12.5"; false for anything else and for a pressure out of bounds.
-bool parseTop(std::string_view text, corvane::SkewTOptions& picture) {
-    const char* const end = text.data() + text.size();
-    const std::from_chars_result result = std::from_chars(text.data(), end, picture.top);
-    return result.ec == std::errc() && result.ptr == end && picture.top >= LOWEST_TOP && picture.top <= HIGHEST_TOP;
+bool parseTop(const std::string& text, corvane::SkewTOptions& picture) {
+    std::istringstream stream(text);  // not every library that compiles this has from_chars for numbers with decimals
+    return stream >> std::noskipws >> picture.top && stream.peek() == std::istringstream::traits_type::eof() &&
+           picture.top >= LOWEST_TOP && picture.top <= HIGHEST_TOP;
 }
 
 // @return the exit status when the program is to end at once.
