@@ -139,7 +139,7 @@ test('a refused part stands beside the sounding, with its reason and the groups 
 test('a report that is refused whole shows its text and why', async () => {
     await withPage({}, async (page) => {
         await readFiles(page, file('refused.txt', 'TTAA 66001 68994 99011 1042/ 34019 00117 09632 34019 88999 77999='));
-        assert.match((await page.textContent('#picture'))!, /^No sounding: what the report holds cannot be read for certain/);
+        assert.match((await page.textContent('#picture'))!, /^No sounding: what the report holds cannot be read with certainty/);
         assert.equal(await page.locator('#parts .fault').count(), 1);
         assert.ok(await page.isDisabled('#svg'));
         assert.ok(await page.isEnabled('#link'));
