@@ -111,9 +111,13 @@ bool overwritesInput(const std::string& file, const std::vector<std::string>& fi
     return stat(file.c_str(), &output) == 0 && isOneOf(inputsOf(files), output);
 }
 
-bool standardOutputIsInput(const std::vector<std::string>& files) {
+bool Bulletins::writesIntoInput(const std::vector<std::string>& files) const {
     struct stat output {};
-    return fstat(STDOUT_FILENO, &output) == 0 && isOneOf(inputsOf(files), output);
+    if (fstat(STDOUT_FILENO, &output) != 0 || !isOneOf(inputsOf(files), output)) {
+        return false;
+    }
+    say(program + ": standard output goes into an input");
+    return true;
 }
 
 void Bulletins::read(const std::vector<std::string>& files, const corvane::ReadOptions& options,

@@ -19,9 +19,6 @@ enum ExitStatus {
 /// Whether a file is one that bulletins are read from, under whatever name: writing it would destroy the input.
 bool overwritesInput(const std::string& file, const std::vector<std::string>& files);
 
-/// Whether standard output goes into a file that is read: what is written would be read again, without an end.
-bool standardOutputIsInput(const std::vector<std::string>& files);
-
 /// Reads the parts of several inputs and says on standard error what was done to them.
 class Bulletins {
 public:
@@ -45,6 +42,10 @@ public:
 
     /// Writes the line that counts the parts.
     void summarize() const;
+
+    /// Whether standard output goes into a file that is read: what is written would be read again, without an end. Says
+    /// so.
+    bool writesIntoInput(const std::vector<std::string>& files) const;
 
     /// Reports trouble: "PROGRAM: NAME: REASON".
     void trouble(const std::string& name, int error);

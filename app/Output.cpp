@@ -5,9 +5,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-void Output::written() {
+void Output::written(bool atOnce) {
     constexpr std::size_t ENOUGH = 65536;
-    if (text.size() >= ENOUGH) {
+    if (atOnce || text.size() >= ENOUGH) {
         flush();
     }
 }

@@ -13,8 +13,8 @@ public:
     /// What is to be written: append to it, then call written().
     std::string text;
 
-    /// Writes the text away when there is much of it.
-    void written();
+    /// Writes the text away when there is much of it; at once if somebody waits for it.
+    void written(bool atOnce = false);
 
     /// Writes the text away.
     void flush();

@@ -61,11 +61,10 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
 }
 
 int run(const Arguments& arguments) {
-    if (standardOutputIsInput(arguments.files)) {
-        std::cerr << PROGRAM << ": standard output goes into an input\n";
+    Bulletins bulletins(PROGRAM, arguments.quiet);
+    if (bulletins.writesIntoInput(arguments.files)) {
         return EXIT_TROUBLE;
     }
-    Bulletins bulletins(PROGRAM, arguments.quiet);
     Output table(STDOUT_FILENO);
     std::optional<Output> parts;
     if (!arguments.partsFile.empty()) {
@@ -101,17 +100,9 @@ int run(const Arguments& arguments) {
                        }
                        if (parts) {
                            corvane::table::appendPartsRow(parts->text, part, reading);
-                           if (live) {
-                               parts->flush();
-                           } else {
-                               parts->written();
-                           }
+                           parts->written(live);
                        }
-                       if (live) {
-                           table.flush();
-                       } else {
-                           table.written();
-                       }
+                       table.written(live);
                        if (table.error() != 0 || (parts && parts->error() != 0)) {
                            bulletins.stop();  // a stream may be endless, and nobody gets its rows
                        }

@@ -216,11 +216,10 @@ void list(const std::vector<Named>& chosen) {
 }
 
 int run(const Arguments& arguments) {
-    if (standardOutputIsInput(arguments.files)) {
-        std::cerr << PROGRAM << ": standard output goes into an input\n";
+    Bulletins bulletins(PROGRAM, true);
+    if (bulletins.writesIntoInput(arguments.files)) {
         return EXIT_TROUBLE;
     }
-    Bulletins bulletins(PROGRAM, true);
     Output out(STDOUT_FILENO);
     corvane::Soundings collected;
     bulletins.read(arguments.files, {}, [&](const corvane::Part& part, const corvane::Reading& reading, bool) {

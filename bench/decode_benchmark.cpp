@@ -1,30 +1,18 @@
 // Decoding in process: the life of a decoder, its construction only, its table written to a string stream, and as a
 // floor the same text split into a deque of strings. Then how these grow with the report.
+#include "Benchmarks.h"
 #include "Table.h"
 
 #include <corvane/Corvane.h>
 
-#include <benchmark/benchmark.h>
 #include <chrono>
 #include <deque>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
 namespace {
-
-std::string report(const char* name) {
-    const std::string path = std::string(CORVANE_SOURCES) + "/" + name + ".txt";
-    std::ifstream file(path);
-    if (!file) {
-        throw std::runtime_error("cannot read " + path);
-    }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // A part B of about this many groups: significant levels, every tenth pair garbled.
 std::string reportOfGroups(long groups) {
@@ -136,11 +124,5 @@ int main(int argc, char* argv[]) {
         ->RangeMultiplier(10)
         ->Range(1000, 1000000)
         ->UseManualTime();
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv);
 }

@@ -1,26 +1,15 @@
 // Drawing in process: the picture of one sounding, its indices alone, and for comparison the parts read and joined.
+#include "Benchmarks.h"
+
 #include <corvane/Feed.h>
 #include <corvane/Indices.h>
 #include <corvane/SkewT.h>
 #include <corvane/Sounding.h>
 
-#include <benchmark/benchmark.h>
-#include <fstream>
-#include <iterator>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 
 namespace {
-
-std::string report(const std::string& name) {
-    const std::string path = std::string(CORVANE_SOURCES) + '/' + name + ".txt";
-    std::ifstream file(path);
-    if (!file) {
-        throw std::runtime_error("cannot read " + path);
-    }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 corvane::Sounding soundingOf(const std::string& text) {
     std::istringstream input(text);
@@ -66,11 +55,5 @@ int main(int argc, char* argv[]) {
     benchmark::RegisterBenchmark("join/land", join, land);
     benchmark::RegisterBenchmark("indices/land", computeIndices, land);
     benchmark::RegisterBenchmark("picture/land", draw, land);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv);
 }

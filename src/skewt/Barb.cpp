@@ -7,8 +7,6 @@ namespace corvane::skewt {
 
 namespace {
 
-constexpr double PI = 3.14159265358979323846;
-
 // In parts of the staff.
 constexpr double SPACING = 0.13;         // between feathers
 constexpr double PENNANT = 0.17;         // of a pennant along the staff

@@ -111,12 +111,8 @@ void Picture::heightScale() {
         }
     }
     front.close();
-    // Above the topmost of them.
-    for (const double above : {0.5, 0.8, 1.1}) {
-        if (any && front.textWhereFree(picture, {frame.right + 0.5 * font, frame.top - above * font}, Anchor::START,
-                                       "km", {size(0.8), false, colours.quiet})) {
-            break;
-        }
+    if (any) {
+        unitAbove(frame.right + 0.5 * font, Anchor::START, "km");
     }
 }
 

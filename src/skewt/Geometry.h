@@ -6,6 +6,8 @@
 
 namespace corvane::skewt {
 
+constexpr double PI = 3.14159265358979323846;
+
 // A place in the picture, pixels; y grows downward.
 struct Point {
     double x = 0.0;

@@ -80,11 +80,15 @@ void Picture::isobars() {
         }
     }
     background.close();
-    // Above the topmost of them.
+    unitAbove(frame.left - 0.4 * font, Anchor::END, "hPa");
+}
+
+// The unit of an axis, above the topmost of its labels.
+void Picture::unitAbove(double x, Anchor anchor, const std::string& unit) {
     for (const double above : {0.5, 0.8, 1.1}) {
-        if (front.textWhereFree(picture, {frame.left - 0.4 * font, frame.top - above * font}, Anchor::END, "hPa",
+        if (front.textWhereFree(picture, {x, frame.top - above * font}, anchor, unit,
                                 {size(0.8), false, colours.quiet})) {
-            break;
+            return;
         }
     }
 }

@@ -15,7 +15,7 @@ constexpr double DEPTH = 12000.0;       // metres
 constexpr double TOP_PRESSURE = 200.0;  // hPa
 constexpr double MOST_RINGS = 4.0;
 constexpr double CLOSEST = 0.03;  // winds that differ less, in parts of the radius, are one point of the line
-constexpr double RADIAN = 3.14159265358979323846 / 180.0;
+constexpr double RADIAN = PI / 180.0;
 
 // The end of a wind vector, in the unit of the picture; y to the north.
 struct End {

@@ -42,6 +42,7 @@ private:
     void curves();
     void parcel();
     void heightScale();
+    void unitAbove(double x, Anchor anchor, const std::string& unit);
     void marks();
     void mark(double pressure, const std::string& text, std::string_view colour);
     void bar(double pressure, std::string_view colour);

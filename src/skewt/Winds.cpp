@@ -15,12 +15,6 @@
 
 namespace corvane::skewt {
 
-namespace {
-
-constexpr double PI = 3.14159265358979323846;
-
-}  // namespace
-
 void Picture::barbs() {
     const bool south = southern(sounding);
     const double line = 1.7 * hair;

@@ -4,8 +4,20 @@
 
 #include <corvane/Feed.h>
 
-#include <fstream>
-#include <string_view>
+#include <sstream>
+
+std::vector<corvane::Sounding> soundingsIn(const std::string& bulletins, const std::string& name,
+                                           std::string_view letters) {
+    std::istringstream input(bulletins);
+    corvane::BulletinReader reader(input, name);
+    corvane::Soundings collected;
+    for (corvane::Part part; reader.next(part);) {
+        if (letters.find(part.letter()) != std::string_view::npos) {
+            collected.add(part, corvane::read(part));
+        }
+    }
+    return collected.soundings();
+}
 
 namespace {
 
@@ -16,15 +28,7 @@ std::vector<corvane::Sounding> readSoundings(std::string_view letters) {
             if (path.extension() != ".txt") {
                 continue;
             }
-            std::ifstream file(path, std::ios::binary);
-            corvane::BulletinReader bulletins(file, path.filename().string());
-            corvane::Soundings collected;
-            for (corvane::Part part; bulletins.next(part);) {
-                if (letters.find(part.letter()) != std::string_view::npos) {
-                    collected.add(part, corvane::read(part));
-                }
-            }
-            const std::vector<corvane::Sounding> soundings = collected.soundings();
+            const auto soundings = soundingsIn(contentOf(path), path.filename().string(), letters);
             all.insert(all.end(), soundings.begin(), soundings.end());
         }
     }

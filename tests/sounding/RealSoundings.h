@@ -4,7 +4,15 @@
 
 #include <corvane/Sounding.h>
 
+#include <string>
+#include <string_view>
 #include <vector>
+
+// The soundings of bulletins.
+// @param name the source of their parts.
+// @param letters the parts that are read.
+std::vector<corvane::Sounding> soundingsIn(const std::string& bulletins, const std::string& name,
+                                           std::string_view letters = "ABCD");
 
 // The soundings of the bulletins in the folder data and of the sample reports.
 const std::vector<corvane::Sounding>& realSoundings();

@@ -72,17 +72,6 @@ Sounding ascent(std::vector<SoundingLevel> levels, const std::string& station = 
     return made;
 }
 
-std::vector<Sounding> soundingsIn(const std::string& text, const std::string& name) {
-    std::istringstream input(text);
-    corvane::BulletinReader bulletins(input, name);
-    corvane::Soundings collected;
-    corvane::Part part;
-    while (bulletins.next(part)) {
-        collected.add(part, corvane::read(part));
-    }
-    return collected.soundings();
-}
-
 // The sounding of one of the sample reports.
 Sounding sample(const std::string& name) {
     for (const std::filesystem::path& path : reportSamples()) {

@@ -1,9 +1,9 @@
 // The examples of doc/soundings.md give the rows that stand there, and the pictures in doc/ are those that are drawn.
+#include "RealSoundings.h"
 #include "SoundingTable.h"
 #include "support/FencedBlocks.h"
 #include "support/Samples.h"
 
-#include <corvane/Feed.h>
 #include <corvane/SkewT.h>
 #include <corvane/Sounding.h>
 
@@ -14,20 +14,10 @@
 
 namespace {
 
-corvane::Soundings collectedFrom(const std::string& bulletins) {
-    std::istringstream input(bulletins);
-    corvane::BulletinReader reader(input, "-");
-    corvane::Soundings collected;
-    for (corvane::Part part; reader.next(part);) {
-        collected.add(part, corvane::read(part));
-    }
-    return collected;
-}
-
 std::string tableOf(const std::string& bulletins) {
     std::string table;
     corvane::table::appendSoundingHeader(table);
-    for (const corvane::Sounding& sounding : collectedFrom(bulletins).soundings()) {
+    for (const corvane::Sounding& sounding : soundingsIn(bulletins, "-")) {
         corvane::table::appendSoundingRows(table, sounding);
     }
     return table;
@@ -59,7 +49,7 @@ TEST(SoundingDocuments, NameEveryColumn) {
 
 void expectPicture(const std::string& picture, const std::string& bulletins, const std::string& station) {
     int drawn = 0;
-    for (const corvane::Sounding& sounding : collectedFrom(contentOf(sourceFile(bulletins))).soundings()) {
+    for (const corvane::Sounding& sounding : soundingsIn(contentOf(sourceFile(bulletins)), "-")) {
         if (sounding.station == station) {
             EXPECT_TRUE(corvane::skewT(sounding) == contentOf(sourceFile(picture))) << picture << " is out of date";
             ++drawn;
