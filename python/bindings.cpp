@@ -16,6 +16,7 @@
 #include <exception>
 #include <istream>
 #include <map>
+#include <memory>
 #include <optional>
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
@@ -139,113 +140,54 @@ py::tuple decode(const py::bytes& text) {
 // Columns
 // ---------------------------------------------------------------------------------------------------------------------
 
+// The memory of the column becomes that of the array.
 template <typename Number>
-py::array_t<Number> arrayOf(const std::vector<Number>& column) {
-    return py::array_t<Number>(static_cast<py::ssize_t>(column.size()), column.data());
+py::array_t<Number> arrayOf(std::vector<Number>&& column) {
+    auto owned = std::make_unique<std::vector<Number>>(std::move(column));
+    const py::capsule owner(owned.get(), [](void* vector) { delete static_cast<std::vector<Number>*>(vector); });
+    const std::vector<Number>& values = *owned.release();
+    return py::array_t<Number>(static_cast<py::ssize_t>(values.size()), values.data(), owner);
 }
 
 // A column of texts: each text once, and a number for each row.
 class TextColumn {
 public:
-    void add(const std::string& text, std::size_t rows = 1) {
-        if (rows == 0) {
-            return;
+    void add(const std::string& text) {
+        if (codes.empty() || texts[static_cast<std::size_t>(codes.back())] != text) {  // most repeat the last one
+            const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
+            if (isNew) {
+                texts.push_back(text);
+            }
+            codes.push_back(entry->second);
+        } else {
+            codes.push_back(codes.back());
         }
-        codes.insert(codes.end(), rows, codeOf(text));
     }
 
-    // (codes, texts)
-    py::tuple take() const {
+    // (codes, texts); the column is empty afterwards.
+    py::tuple take() {
         py::list list;
         for (const std::string& text : texts) {
             list.append(textOf(text));
         }
-        return py::make_tuple(arrayOf(codes), list);
+        return py::make_tuple(arrayOf(std::move(codes)), list);
     }
 
 private:
-    std::int32_t codeOf(const std::string& text) {
-        if (!codes.empty() && texts[static_cast<std::size_t>(codes.back())] == text) {  // as in most rows
-            return codes.back();
-        }
-        const auto [entry, isNew] = known.try_emplace(text, static_cast<std::int32_t>(texts.size()));
-        if (isNew) {
-            texts.push_back(text);
-        }
-        return entry->second;
-    }
-
     std::map<std::string, std::int32_t> known;
     std::vector<std::string> texts;
     std::vector<std::int32_t> codes;
 };
 
 using NumberColumn = std::vector<double>;
-using IntegerColumn = std::vector<std::int64_t>;
 
-void addRows(NumberColumn& column, const std::optional<double>& value, std::size_t rows) {
-    column.insert(column.end(), rows, value ? asWritten(*value) : SoundingLevel::NOT_GIVEN);
+// What is not given is NaN.
+void addNumber(NumberColumn& column, const std::optional<double>& value) {
+    column.push_back(value ? asWritten(*value) : SoundingLevel::NOT_GIVEN);
 }
 
-void addRows(IntegerColumn& column, const std::optional<int>& value, std::size_t rows) {
-    column.insert(column.end(), rows, value.value_or(0));
-}
-
-// The table of corvane-feed.
-class LevelTable {
-public:
-    void add(const Part& part, const Reading& reading) {
-        const std::size_t rows = reading.levels.size();
-        source.add(corvane::table::sourceOf(part), rows);
-        heading.add(part.heading, rows);
-        form.add(corvane::formName(reading.form), rows);
-        letter.add(std::string(1, reading.letter), rows);
-        station.add(reading.station, rows);
-        addRows(day, reading.day, rows);
-        addRows(hour, reading.hour, rows);
-        addRows(latitude, reading.latitude, rows);
-        addRows(longitude, reading.longitude, rows);
-        addRows(elevation, reading.elevation, rows);
-        launch.add(reading.launch, rows);
-        mends.add(corvane::table::mendNames(reading), rows);
-        for (const corvane::ReadLevel& level : reading.levels) {
-            doubt.add(corvane::table::joinNames(level.doubts));
-            type.add(level.values.name());
-            auto field = level.values.fields.begin();  // the columns are in the order of the fields
-            for (std::size_t i = 0; i < quantities.size(); ++i) {
-                while (field != level.values.fields.end() && field->first < corvane::table::COLUMNS[i].field) {
-                    ++field;
-                }
-                const bool given =
-                    field != level.values.fields.end() && field->first == corvane::table::COLUMNS[i].field;
-                quantities[i].push_back(given ? asWritten(field->second) : SoundingLevel::NOT_GIVEN);
-            }
-        }
-    }
-
-    std::size_t rows() const { return day.size(); }
-
-    py::dict take() const {
-        using namespace py::literals;
-        py::dict columns("source"_a = source.take(), "heading"_a = heading.take(), "form"_a = form.take(),
-                         "part"_a = letter.take(), "station"_a = station.take(), "day"_a = arrayOf(day),
-                         "hour"_a = arrayOf(hour), "slat"_a = arrayOf(latitude), "slon"_a = arrayOf(longitude),
-                         "selev"_a = arrayOf(elevation), "launch"_a = launch.take(), "mends"_a = mends.take(),
-                         "doubt"_a = doubt.take(), "type"_a = type.take());
-        for (std::size_t i = 0; i < quantities.size(); ++i) {
-            columns[textOf(std::string(corvane::table::COLUMNS[i].name))] = arrayOf(quantities[i]);
-        }
-        return columns;
-    }
-
-private:
-    TextColumn source, heading, form, letter, station, launch, mends, doubt, type;
-    IntegerColumn day, hour;
-    NumberColumn latitude, longitude, elevation;
-    std::array<NumberColumn, corvane::table::COLUMNS.size()> quantities;
-};
-
-// The table of parts that corvane-feed --parts writes.
+// The parts, one by one: the table that corvane-feed --parts writes, and what the rows of a part share in the table of
+// levels.
 class PartTable {
 public:
     void add(const Part& part, const Reading& reading) {
@@ -254,26 +196,71 @@ public:
         form.add(corvane::formName(reading.form));
         letter.add(std::string(1, reading.letter));
         station.add(reading.station);
-        addRows(day, reading.day, 1);
-        addRows(hour, reading.hour, 1);
+        addNumber(day, reading.day);
+        addNumber(hour, reading.hour);
+        addNumber(latitude, reading.latitude);
+        addNumber(longitude, reading.longitude);
+        addNumber(elevation, reading.elevation);
+        launch.add(reading.launch);
         status.add(corvane::statusName(reading.status));
         levels.push_back(static_cast<std::int64_t>(reading.levels.size()));
         mends.add(corvane::table::mendNames(reading));
         message.add(reading.reason);
     }
 
-    py::dict take() const {
+    // The columns; the table is empty afterwards.
+    py::dict take() {
         using namespace py::literals;
         return py::dict("source"_a = source.take(), "heading"_a = heading.take(), "form"_a = form.take(),
-                        "part"_a = letter.take(), "station"_a = station.take(), "day"_a = arrayOf(day),
-                        "hour"_a = arrayOf(hour), "status"_a = status.take(), "levels"_a = arrayOf(levels),
+                        "part"_a = letter.take(), "station"_a = station.take(), "day"_a = arrayOf(std::move(day)),
+                        "hour"_a = arrayOf(std::move(hour)), "slat"_a = arrayOf(std::move(latitude)),
+                        "slon"_a = arrayOf(std::move(longitude)), "selev"_a = arrayOf(std::move(elevation)),
+                        "launch"_a = launch.take(), "status"_a = status.take(), "levels"_a = arrayOf(std::move(levels)),
                         "mends"_a = mends.take(), "message"_a = message.take());
     }
 
 private:
-    TextColumn source, heading, form, letter, station, status, mends, message;
-    NumberColumn day, hour;  // NaN where the part does not give them
-    IntegerColumn levels;
+    TextColumn source, heading, form, letter, station, launch, status, mends, message;
+    NumberColumn day, hour, latitude, longitude, elevation;
+    std::vector<std::int64_t> levels;  // how many rows of the table of levels are of this part
+};
+
+// The levels of all parts.
+class LevelTable {
+public:
+    void add(const Reading& reading) {
+        std::size_t row = rows();
+        for (const corvane::table::Column& column : corvane::table::COLUMNS) {
+            quantities[column.field].resize(row + reading.levels.size(), SoundingLevel::NOT_GIVEN);
+        }
+        for (const corvane::ReadLevel& level : reading.levels) {
+            doubt.add(corvane::table::joinNames(level.doubts));
+            type.add(level.values.name());
+            for (const auto& [field, value] : level.values.fields) {
+                NumberColumn& column = quantities[field];
+                if (!column.empty()) {
+                    column[row] = asWritten(value);
+                }
+            }
+            ++row;
+        }
+    }
+
+    std::size_t rows() const { return quantities[Corvane::LF_PRES].size(); }
+
+    // The columns; the table is empty afterwards.
+    py::dict take() {
+        using namespace py::literals;
+        py::dict columns("doubt"_a = doubt.take(), "type"_a = type.take());
+        for (const corvane::table::Column& column : corvane::table::COLUMNS) {
+            columns[textOf(std::string(column.name))] = arrayOf(std::move(quantities[column.field]));
+        }
+        return columns;
+    }
+
+private:
+    TextColumn doubt, type;
+    std::array<NumberColumn, Corvane::LF_PRES2 + 1> quantities;  // by field; those without a column stay empty
 };
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -295,7 +282,7 @@ public:
 
 protected:
     int_type underflow() override {
-        static constexpr int CHUNK = 1 << 20;
+        static constexpr int CHUNK = 1 << 16;
         if (failure) {
             return traits_type::eof();
         }
@@ -373,18 +360,18 @@ public:
 
     void add(const py::str& source, const py::object& read) {
         readBulletins(source, read, [this](const Part& part, const Reading& reading) {
-            levels.add(part, reading);
             parts.add(part, reading);
+            levels.add(reading);
         });
     }
 
     std::size_t rows() const { return levels.rows(); }
-    py::dict takeLevels() const { return levels.take(); }
-    py::dict takeParts() const { return parts.take(); }
+    py::dict takeLevels() { return levels.take(); }
+    py::dict takeParts() { return parts.take(); }
 
 private:
-    LevelTable levels;
     PartTable parts;
+    LevelTable levels;
 };
 
 class SoundingReader : public Reader {
@@ -433,7 +420,7 @@ py::dict columnsOf(const Sounding& sounding) {
         for (const SoundingLevel& level : sounding.levels) {
             column.push_back(quantity(level));
         }
-        return arrayOf(column);
+        return arrayOf(std::move(column));
     };
     const auto flags = [&](auto flag) {
         py::array_t<bool> column(static_cast<py::ssize_t>(sounding.levels.size()));

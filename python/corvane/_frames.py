@@ -59,21 +59,38 @@ def report_frame(report: Report) -> pandas.DataFrame:
     return frame
 
 
-def feed_frame(levels: dict[str, Any], parts: dict[str, Any],
+def feed_frame(parts: dict[str, Any], levels: dict[str, Any],
                dates: Optional[list[tuple[Optional[dt.datetime], int]]]) -> pandas.DataFrame:
     """`dates` holds the date of each input and the row that it ends before; None: without the column of times."""
-    columns = table(levels, _corvane.FEED_COLUMNS)
+    parts = table(parts, tuple(parts))
+    levels = table(levels, tuple(levels))
+    with_levels = parts["levels"] > 0
+
+    def column(name: str) -> Any:
+        if name in levels:
+            return levels[name]
+        shared = parts[name][with_levels]
+        return numpy.repeat(shared.astype("int64") if name in ("day", "hour") else shared,
+                            parts["levels"][with_levels])
+
+    columns = {name: column(name) for name in _corvane.FEED_COLUMNS}
     if dates is not None:
-        columns = {"remark_time" if name == "time" else name: column for name, column in columns.items()}
+        columns = {"remark_time" if name == "time" else name: values for name, values in columns.items()}
         columns["time"] = times(columns["day"], columns["hour"], dates)
-    frame = pandas.DataFrame(columns, copy=False)
+    frame = data_frame(columns)
     frame.attrs["units"] = dict(FEED_UNITS)
-    columns = table(parts, _corvane.PARTS_COLUMNS)
+    columns = {name: parts[name] for name in _corvane.PARTS_COLUMNS}
     for name in ("day", "hour"):
         missing = numpy.isnan(columns[name])
         columns[name] = pandas.arrays.IntegerArray(numpy.where(missing, 0, columns[name]).astype("int64"), missing)
     frame.attrs["parts"] = PartsFrame(columns, copy=False)
     return frame
+
+
+def data_frame(columns: dict[str, Any]) -> pandas.DataFrame:
+    """pandas looks for dates in each column of objects, unless it comes as a Series: a tenth of the time."""
+    return pandas.DataFrame({name: pandas.Series(values, dtype=object) if values.dtype == object else values
+                             for name, values in columns.items()}, copy=False)
 
 
 def times(days: Any, hours: Any, dates: list[tuple[Optional[dt.datetime], int]]) -> Any:
