@@ -60,4 +60,4 @@ def read_feed(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
         _inputs.add(reader, one)
         dates.append((date, reader.rows))
     warn_of_refused(reader.counts)
-    return _frames.feed_frame(reader.parts(), reader.levels(), None if near is None else dates)
+    return _frames.feed_frame(*reader.take(), None if near is None else dates)

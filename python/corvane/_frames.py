@@ -39,18 +39,6 @@ class PartsFrame(pandas.DataFrame):  # type: ignore[misc]
         return PartsFrame(self.copy(deep=True))
 
 
-def texts(column: tuple[Any, list[str]], missing: object = numpy.nan) -> Any:
-    """A column of texts, with `missing` for an empty one."""
-    codes, distinct = column
-    values = numpy.empty(len(distinct), dtype=object)
-    values[:] = [text or missing for text in distinct]
-    return values[codes]  # takes a third of the time of values.take(codes)
-
-
-def table(columns: dict[str, Any], names: tuple[str, ...]) -> dict[str, Any]:
-    return {name: texts(columns[name]) if isinstance(columns[name], tuple) else columns[name] for name in names}
-
-
 def report_frame(report: Report) -> pandas.DataFrame:
     names = _corvane.REPORT_COLUMNS
     frame = pandas.DataFrame([level[: len(names)] for level in report.levels], columns=list(names))
@@ -59,21 +47,11 @@ def report_frame(report: Report) -> pandas.DataFrame:
     return frame
 
 
-def feed_frame(parts: dict[str, Any], levels: dict[str, Any],
+def feed_frame(levels: dict[str, Any], parts: dict[str, Any],
                dates: Optional[list[tuple[Optional[dt.datetime], int]]]) -> pandas.DataFrame:
     """`dates` holds the date of each input and the row that it ends before; None: without the column of times."""
-    parts = table(parts, tuple(parts))
-    levels = table(levels, tuple(levels))
-    with_levels = parts["levels"] > 0
-
-    def column(name: str) -> Any:
-        if name in levels:
-            return levels[name]
-        shared = parts[name][with_levels]
-        return numpy.repeat(shared.astype("int64") if name in ("day", "hour") else shared,
-                            parts["levels"][with_levels])
-
-    columns = {name: column(name) for name in _corvane.FEED_COLUMNS}
+    columns = {name: levels[name].astype("int64") if name in ("day", "hour") else levels[name]
+               for name in _corvane.FEED_COLUMNS}
     if dates is not None:
         columns = {"remark_time" if name == "time" else name: values for name, values in columns.items()}
         columns["time"] = times(columns["day"], columns["hour"], dates)
@@ -116,7 +94,7 @@ def sounding_frame(sounding: Sounding) -> pandas.DataFrame:
     for name, value in (("latitude", sounding.latitude), ("longitude", sounding.longitude)):
         columns[name] = numpy.full(size, numpy.nan if value is None else value)
     given = [~numpy.isnan(columns[name]) for name in ("temperature", "dewpoint", "direction", "speed")]
-    frame = pandas.DataFrame(table(columns, tuple(SOUNDING_UNITS)))
+    frame = pandas.DataFrame({name: columns[name] for name in SOUNDING_UNITS})
     frame = frame[~below_ground & numpy.logical_or.reduce(given)].reset_index(drop=True)
     frame.attrs["units"] = dict(SOUNDING_UNITS)
     return frame
