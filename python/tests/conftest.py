@@ -6,9 +6,10 @@ import pytest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 REPORTS = sorted([*ROOT.glob("tests/reports/*.txt"), *ROOT.glob("examples/reports/*.txt")])
-BULLETINS = sorted([*ROOT.glob("tests/feed/bulletins/*.txt"), *ROOT.glob("tests/sounding/data/*.txt")])
-DAY = ROOT / "tests" / "sounding" / "data" / "us-2022-07-13.txt"
-assert REPORTS and BULLETINS
+BULLETINS = sorted(path for folder in ("tests/feed/bulletins", "tests/sounding/data", "examples/bulletins")
+                   for path in ROOT.glob(f"{folder}/*.txt"))
+DAY = ROOT / "examples" / "bulletins" / "us-2022-07-13.txt"
+assert REPORTS and DAY in BULLETINS
 
 REPORT = "TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999"
 

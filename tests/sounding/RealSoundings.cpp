@@ -23,7 +23,7 @@ namespace {
 
 std::vector<corvane::Sounding> readSoundings(std::string_view letters) {
     std::vector<corvane::Sounding> all;
-    for (const char* const folder : {"tests/sounding/data", "tests/reports"}) {
+    for (const char* const folder : {"tests/sounding/data", "examples/bulletins", "tests/reports"}) {
         for (const auto& path : filesIn(folder)) {
             if (path.extension() != ".txt") {
                 continue;

@@ -173,7 +173,7 @@ export function manyBulletins(bytes: number, bulletins = example): string {
  * as in such a day about as many NIL reports as others.
  */
 export function dayOfBulletins(): string {
-    const reports = readFileSync(join(PROJECT, 'tests/sounding/data/us-2022-07-13.txt'), 'latin1').trim();
+    const reports = readFileSync(join(PROJECT, 'examples/bulletins/us-2022-07-13.txt'), 'latin1').trim();
     const bulletins = reports.split('\n').map((report) => {
         const [mmmm, date, station] = report.split(' ');
         const lines = report.replace(/(.{60,64}) /g, '$1\n');
