@@ -16,7 +16,7 @@
 
 namespace {
 
-// The line that shows how far a long file is read, on a terminal only. Gone when the object goes.
+// The line that shows how much of a long file has been read, on a terminal only. The destructor removes it.
 class Progress {
 public:
     Progress(std::string name, off_t bytes)
@@ -27,7 +27,7 @@ public:
     Progress(Progress&&) = delete;
     Progress& operator=(Progress&&) = delete;
 
-    // Another so many bytes are read.
+    // To be called when this many more bytes have been read.
     void advance(off_t bytes) {
         done = std::min(done + bytes, total);
         if (!wanted || std::chrono::steady_clock::now() < due) {
@@ -38,7 +38,7 @@ public:
         shown = true;
     }
 
-    // Makes room for another line.
+    // Removes the line, so that another one can be written.
     void clear() {
         if (shown) {
             std::cerr << "\r\033[K" << std::flush;
@@ -152,7 +152,7 @@ void Bulletins::readInput(int file, const std::string& name, const corvane::Read
         const corvane::Reading reading = corvane::read(part, options);
         count(reading);
         if (reading.status == corvane::Reading::REFUSED || reading.mended() || reading.doubtful()) {
-            progress.clear();  // for the handler too, which may report the part
+            progress.clear();  // also for the handler, which may report the part
             if (!quiet) {
                 report(part, reading);
             }

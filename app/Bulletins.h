@@ -16,17 +16,17 @@ enum ExitStatus {
     EXIT_TROUBLE = 2  ///< usage, an input that cannot be read, output that cannot be written
 };
 
-/// Whether a file is one that bulletins are read from, under whatever name: writing it would destroy the input.
+/// Whether a file is one of the inputs, under whatever name: writing to it would destroy the input.
 bool overwritesInput(const std::string& file, const std::vector<std::string>& files);
 
 /// Reads the parts of several inputs and says on standard error what was done to them.
 class Bulletins {
 public:
-    /// Called for every part. `live` tells that the input is no regular file, so that rows should go out at once.
+    /// Called for every part. `live` says that the input is not a regular file, so that rows should be written at once.
     using Handler = std::function<void(const corvane::Part& part, const corvane::Reading& reading, bool live)>;
 
     /// @param name the name of the program, for messages.
-    /// @param saysLittle whether nothing is said about single parts.
+    /// @param saysLittle whether to say nothing about single parts.
     Bulletins(std::string name, bool saysLittle) : program(std::move(name)), quiet(saysLittle) {}
 
     /// Reads inputs in their order; "-" is standard input, and so is an empty list. One that cannot be opened or read
@@ -43,14 +43,14 @@ public:
     /// Writes the line that counts the parts.
     void summarize() const;
 
-    /// Whether standard output goes into a file that is read: what is written would be read again, without an end. Says
-    /// so.
+    /// Whether standard output goes to one of the inputs: what is written would be read again, endlessly. Reports it as
+    /// trouble.
     bool writesIntoInput(const std::vector<std::string>& files) const;
 
     /// Reports trouble: "PROGRAM: NAME: REASON".
     void trouble(const std::string& name, int error);
 
-    /// How the program should end, by what was read and reported.
+    /// The exit status that follows from what was read and reported.
     ExitStatus status() const;
 
     std::size_t decoded() const { return counts.decoded; }

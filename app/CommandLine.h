@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// Throws CLI::ArgumentMismatch for an option that ends with "=": CLI11 takes the next argument for its value, so that
+/// Throws CLI::ArgumentMismatch for an option that ends with "=": CLI11 takes the next argument for its value, so
 /// `--parts= FILE` would overwrite an input.
 inline void needValues(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {

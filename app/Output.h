@@ -1,4 +1,4 @@
-// Output of the programs that read bulletins: buffered, and every failure known.
+// Buffered output of the programs that read bulletins, which keeps the first failure.
 #ifndef CORVANE_APP_OUTPUT_H
 #define CORVANE_APP_OUTPUT_H
 
@@ -13,10 +13,10 @@ public:
     /// What is to be written: append to it, then call written().
     std::string text;
 
-    /// Writes the text away when there is much of it; at once if somebody waits for it.
+    /// Writes the text out when there is much of it; at once if somebody waits for it.
     void written(bool atOnce = false);
 
-    /// Writes the text away.
+    /// Writes the text out.
     void flush();
 
     /// 0, or errno of the first write that failed. Nothing is written after it.

@@ -99,10 +99,10 @@ std::optional<int> parse(int argc, char** argv, Arguments& arguments) {
         needValues(argc, argv);
         app.parse(argc, argv);
         if (!arguments.size.empty() && !parseSize(arguments.size, arguments.picture)) {
-            throw CLI::ValidationError("--size", "400x440 to 10000x10000 wanted, not " + arguments.size);
+            throw CLI::ValidationError("--size", "must be from 400x440 to 10000x10000, not " + arguments.size);
         }
         if (!arguments.top.empty() && !parseTop(arguments.top, arguments.picture)) {
-            throw CLI::ValidationError("--top", "1 to 900 wanted, not " + arguments.top);
+            throw CLI::ValidationError("--top", "must be from 1 to 900, not " + arguments.top);
         }
     } catch (const CLI::Success& request) {
         return app.exit(request);

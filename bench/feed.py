@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Compares, by turns in one run, the user time of corvane-feed with that of wc -w on the same bulletins: the least and
-the median of the rounds. With --stream it then pipes the bulletins in again and again and shows the memory that
+"""Compares, in turn within one run, the user time of corvane-feed with that of wc -w on the same bulletins: the minimum
+and the median of the rounds. With --stream it then pipes the bulletins in again and again and shows the memory that
 corvane-feed needed at most.
 
 usage: bench/feed.py [--rounds N] [--copies N] [--stream MEGABYTES] CORVANE-FEED BULLETINS..."""

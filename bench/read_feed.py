@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Compares, by turns in one run, what it costs to read bulletins into a frame: corvane-feed writing its table,
-corvane.read_feed, and pandas.read_csv of the table. Processor seconds, the least of the rounds.
+"""Compares, in turn within one run, what it costs to read bulletins into a frame: corvane-feed writing its table,
+corvane.read_feed, and pandas.read_csv of the table. Processor seconds, the minimum of the rounds.
 
 usage: bench/read_feed.py CORVANE-FEED BULLETINS [ROUNDS]"""
 import os

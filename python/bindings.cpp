@@ -40,7 +40,8 @@ namespace {
 // Values
 // ---------------------------------------------------------------------------------------------------------------------
 
-// Reports and file names may hold any bytes. Those that are no UTF-8 become lone surrogates, as in Python's file names.
+// Reports and file names may hold any bytes. Those that are not UTF-8 become lone surrogates, as in Python's file
+// names.
 py::str textOf(const std::string& bytes) {
     return py::reinterpret_steal<py::str>(
         PyUnicode_DecodeUTF8(bytes.data(), static_cast<Py_ssize_t>(bytes.size()), "surrogateescape"));
@@ -307,8 +308,8 @@ private:
 // Bulletins
 // ---------------------------------------------------------------------------------------------------------------------
 
-// The bytes that a function read(size) of Python gives until it gives none. It runs with the lock of the interpreter,
-// whatever its reader does without.
+// The bytes that a function read(size) of Python gives until it gives none. It runs with the global interpreter
+// lock, which its reader has released.
 class PythonInput : public std::streambuf {
 public:
     explicit PythonInput(py::object readFunction) : read(std::move(readFunction)) {}

@@ -114,7 +114,7 @@ drop_unavailable() {
         if is_available "$package"; then
             available+=("$package")
         else
-            say "this system has no package $package: going on without it"
+            say "this system has no package $package: continuing without it"
         fi
     done
     optional=("${available[@]}")
@@ -130,7 +130,7 @@ install_missing() {
     local by_hand="these packages are missing: ${packages[*]}; install them as root: apt-get install ${packages[*]}"
     if ! command -v apt-get >/dev/null 2>&1 || ! can_be_root; then
         if [ "${#missing[@]}" -eq 0 ]; then
-            say "going on without packages that are optional: ${optional[*]}"
+            say "continuing without optional packages: ${optional[*]}"
             optional=()
             return 0
         fi
@@ -139,7 +139,7 @@ install_missing() {
     fi
     (
         lock "$project/scripts"
-        as_root apt-get update >&2 </dev/null || say "apt-get update failed, going on with the lists that are there"
+        as_root apt-get update >&2 </dev/null || say "apt-get update failed, continuing with the existing package lists"
         drop_unavailable
         [ "${#missing[@]}" -gt 0 ] || [ "${#optional[@]}" -gt 0 ] || exit 0
         packages=("${missing[@]}" "${optional[@]}")

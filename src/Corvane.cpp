@@ -75,7 +75,7 @@ double standardPressure(double digits) {
 constexpr int NOT_PLAIN = -1;
 
 // The value of a text of one to nine decimal digits, as nearly every number of a report is; otherwise NOT_PLAIN.
-// Read by a stream, too, they would make decoding take more than five times as many instructions.
+// If a stream read these as well, decoding would take more than five times as many instructions.
 int plainNumber(std::string_view text) {
     if (text.empty() || text.size() > 9) {
         return NOT_PLAIN;
@@ -548,7 +548,8 @@ void Corvane::decodeYYGGId_YYGGa4() {
         }
     };
 
-    // Read before the length is checked: a subclass that catches the fault has the day and the unit all the same.
+    // Deliberately read before the length is checked: a subclass that catches the fault still gets the day and the
+    // unit.
     _dayOfMonth = streamInt(substring(group, 0, 2));
     if (_dayOfMonth > 50) {
         _windsInKnots = true;
@@ -711,7 +712,7 @@ int Corvane::decodeTTTDD(double& temp, double& dewpoint) {
         return 0;
     }
     const std::string& group = tokenQueue.front();
-    // Read before DD, which throws when the group is too short: the temperature is written all the same.
+    // Read before DD, which throws when the group is too short: the temperature is deliberately written even then.
     temp = streamDouble(substring(group, 0, 3)) / 10.0;
     const std::string_view depressionCode = substring(group, 3, 2);
     if (group[2] % 2 != 0) {  // the parity of the character: "/" for the tenths is odd, hence below zero

@@ -10,7 +10,7 @@
 
 namespace corvane::table {
 
-/// The columns of a level that tell its part; the columns of Table.h follow.
+/// The columns of a level that identify its part; the columns of Table.h follow.
 inline constexpr std::array<std::string_view, 13> PART_COLUMNS{
     "source", "heading", "form", "part", "station", "day", "hour", "slat", "slon", "selev", "launch", "mends", "doubt"};
 
@@ -18,7 +18,7 @@ inline constexpr std::array<std::string_view, 13> PART_COLUMNS{
 inline constexpr std::array<std::string_view, 11> PARTS_COLUMNS{
     "source", "heading", "form", "part", "station", "day", "hour", "status", "levels", "mends", "message"};
 
-/// FILE:LINE of MMMM, which names a part.
+/// FILE:LINE of MMMM, which identifies a part.
 std::string sourceOf(const Part& part);
 
 /// The names of the mends, each once, separated by spaces.

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
 
-// What pressures of an atmosphere lie between, hPa.
+// The bounds of the pressures of an atmosphere, hPa.
 constexpr double LOWEST_PRESSURE = 0.01;
 constexpr double HIGHEST_PRESSURE = 2000.0;
 
@@ -31,7 +31,7 @@ constexpr double HIGH = 500.0;
 
 // ---- profile -------------------------------------------------------------------------------------------------------
 
-// The vertical axis that temperatures are linear on. It ascends with height.
+// The vertical axis along which temperatures are linear. It ascends with height.
 double axis(double pressure) {
     return -std::log(pressure);
 }
@@ -213,7 +213,7 @@ std::vector<double> Profile::kinks(double from, double to) const {
     return places;
 }
 
-// Calls a function with the places of the steps from one place to another, both included.
+// Calls a function with each place on the way from one place to another in equal steps, both ends included.
 template <typename Function>
 void inSteps(double from, double to, Function function) {
     const int steps = std::max(FEWEST_STEPS, 1 + static_cast<int>((to - from) / LONGEST_STEP));

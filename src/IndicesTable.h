@@ -14,7 +14,7 @@
 
 namespace corvane::table {
 
-// A column of numbers: its name and where the number stands.
+// A column of numbers: its name and the member that holds the number.
 struct IndexColumn {
     std::string_view name;
     double (*value)(const Indices& indices);
@@ -50,7 +50,7 @@ inline constexpr std::array<IndexColumn, 25> INDEX_COLUMNS{{
     {"lr_700_500", [](const Indices& indices) { return indices.lapseRate700To500; }},
 }};
 
-// Appends a number with six significant digits, never as -0; nothing for one that is not there.
+// Appends a number with six significant digits, never as -0; nothing for a missing one.
 inline void appendIndex(std::string& out, double value) {
     if (std::isfinite(value)) {
         appendNumber(out, value + 0.0);  // -0 + 0 is 0

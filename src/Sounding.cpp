@@ -39,7 +39,7 @@ constexpr std::array<KeptQuantity, 5> QUANTITIES{{
 constexpr std::size_t WIND_SPEED = 2;
 static_assert(QUANTITIES[WIND_SPEED].field == Corvane::LF_WSPD);
 
-// The bit of a kind of level; 0 for the remarks of a dropsonde, which are no levels of a sounding.
+// The bit of a kind of level; 0 for the remarks of a dropsonde, which are not levels of a sounding.
 unsigned kindBit(Corvane::LEVEL_TYPE type) {
     switch (type) {
     case Corvane::LT_SURFACE: return SoundingLevel::SURFACE;
@@ -115,7 +115,7 @@ KeptPart keep(const Part& part, const Reading& reading) {
 // Copies of a part
 // ---------------------------------------------------------------------------------------------------------------------
 
-// A number that two parts share when they say the same, group by group, and otherwise as good as never (FNV-1a). Of a
+// A hash of the groups of a part (FNV-1a): parts with the same groups share it, and others almost never do. For a
 // decoded part these are the groups that the decoder was given.
 std::uint64_t contentOf(const Part& part, const Reading& reading) {
     std::uint64_t content = 0xcbf29ce484222325U;
@@ -237,7 +237,7 @@ public:
         ascent.add(letter, now, part, reading, heading.correction);
     }
 
-    // The ascents; the loose parts are one of their own unless there is just one drop, which is then their second half.
+    // The ascents. The loose parts are an ascent of their own, unless there is just one drop: they then belong to it.
     template <typename Take>
     void forEach(Take take) const {
         const bool join = drops.size() == 1;
@@ -295,8 +295,8 @@ private:
 // From parts to levels
 // ---------------------------------------------------------------------------------------------------------------------
 
-// Marks the parts whose winds are in another unit than those of most parts. Where both units are as frequent, nobody
-// knows which one is wrong.
+// Marks the parts whose winds are in another unit than those of most parts. Where both units are equally frequent, all
+// parts are marked: nobody knows which are wrong.
 std::vector<bool> oddUnits(const std::vector<const KeptPart*>& parts) {
     const auto hasWind = [](const KeptPart& part) {
         return std::any_of(part.levels.begin(), part.levels.end(),

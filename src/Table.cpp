@@ -1,4 +1,4 @@
-// How the table is written. Most of the time goes into numbers, so that they have a short path.
+// How the table is written. Most of the time goes into numbers, so they have a short path.
 #include "Table.h"
 
 #include <algorithm>

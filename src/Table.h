@@ -36,7 +36,7 @@ inline constexpr std::array<Column, 10> COLUMNS{{
 // Appends a number as a stream writes it by default in the classic locale: %g with six significant digits.
 void appendNumber(std::string& out, double number);
 
-// The number that a reader of the text of appendNumber gets: 10.4 - 2.7, which is 7.699999999999999, is 7.7.
+// The number that a reader of what appendNumber writes gets: 10.4 - 2.7, which is 7.699999999999999, becomes 7.7.
 double asWritten(double number);
 
 // Appends the header, "type,pres,tdry,...", without a line end.

@@ -3,7 +3,7 @@
 //
 // The page adds its files one after another with corvane_add(), which takes their bytes from corvane_input(), and ends
 // with corvane_finish(). From then on it asks for entries of its list, for what one entry holds, its picture and rows.
-// A text is handed back as its address; corvane_length() tells its length. It stands until the next call.
+// A text is returned as its address; corvane_length() gives its length. It is valid until the next call.
 #include "skewt/Drawing.h"
 #include "skewt/Units.h"
 #include "SoundingTable.h"
@@ -104,7 +104,7 @@ const char* give(std::string text) {
 
 // ---- JSON --------------------------------------------------------------------------------------------------------
 
-// Writes JSON. Commas are set by what stands before.
+// Writes JSON. What precedes a value decides whether it needs a comma.
 class Json {
 public:
     Json& open(char bracket) {
@@ -295,7 +295,7 @@ void writeCounts(Json& json) {
     json.close('}');
 }
 
-// Adds the letter of a part to some that are in order, unless it is one of them.
+// Inserts the letter of a part into letters that are in order, unless it is among them.
 void addLetter(std::string& letters, char letter) {
     const auto place = std::lower_bound(letters.begin(), letters.end(), letter);
     if (place == letters.end() || *place != letter) {

@@ -27,8 +27,8 @@
 ///     }
 ///
 /// One object holds one report, which the constructor decodes completely. A report may have several parts, all of one
-/// code form and best of one station. Units are hectopascals, geopotential metres, degrees Celsius, degrees true and
-/// metres per second; LT_MAXWIND, LF_TIME, LF_LAT and LF_LON say where this does not hold. Speeds in knots are
+/// code form and preferably of one station. Units are hectopascals, geopotential metres, degrees Celsius, degrees true
+/// and metres per second; LT_MAXWIND, LF_TIME, LF_LAT and LF_LON say where this does not hold. Speeds in knots are
 /// converted; once a part reports knots, all later speeds are read as knots. Objects share nothing: each may be used in
 /// a thread of its own.
 #ifndef CORVANE_CORVANE_H
@@ -109,9 +109,9 @@ public:
     /// One point of the report in the vertical or on the flight track: its kind and what was reported there.
     struct CORVANE_API Level {
         /// The quantities that the report gives, in the units of LEVEL_FIELD. A quantity that it does not give is
-        /// absent; there is no placeholder number. A few quantities are filed as a quiet NaN although the report holds
-        /// solidi: the dew point (and temperature) of a tropopause with a wind, the winds of DLM WND and MBL WND. The
-        /// remarks of a dropsonde are read as strtod reads them, so that a garbled one may also give nan, -nan, an
+        /// absent; there is no placeholder number. A few quantities that the report gives as solidi are filed as a
+        /// quiet NaN: the dew point (and temperature) of a tropopause with a wind, the winds of DLM WND and MBL WND.
+        /// The remarks of a dropsonde are read as strtod reads them, so that a garbled one may also give nan, -nan, an
         /// infinity or a number in hexadecimal (`LST WND nan`, `REL 3233N06956W 0x1F2A`).
         std::map<LEVEL_FIELD, double> fields;
         /// The kind of the level.
@@ -147,10 +147,10 @@ public:
     explicit Corvane(std::string text);
 
     virtual ~Corvane();
-    Corvane(const Corvane&) = default;             ///< Copies the report with everything in it.
-    Corvane(Corvane&&) = default;                  ///< Takes the report over.
-    Corvane& operator=(const Corvane&) = default;  ///< Copies the report with everything in it.
-    Corvane& operator=(Corvane&&) = default;       ///< Takes the report over.
+    Corvane(const Corvane&) = default;             ///< Copies the whole report.
+    Corvane(Corvane&&) = default;                  ///< Takes over the report.
+    Corvane& operator=(const Corvane&) = default;  ///< Copies the whole report.
+    Corvane& operator=(Corvane&&) = default;       ///< Takes over the report.
 
     /// The abbreviated heading T1T2A1A2ii CCCC YYGGgg with its correction indicator, its groups separated by single
     /// spaces, with a space after a CCA or CCB. Empty when the text begins without one (WMO-No. 386, abbreviated

@@ -43,10 +43,10 @@
 
 namespace corvane {
 
-/// The groups that a part may hold; the longest part of real traffic holds 378.
+/// The most groups that a part may hold; the longest part of real traffic holds 378.
 constexpr std::size_t MAXIMUM_GROUPS = 2000;
 
-/// The characters that a group may hold.
+/// The most characters that a group may hold.
 constexpr std::size_t MAXIMUM_GROUP_LENGTH = 1000;
 
 /// A run of groups of a part: `count` groups from number `first` on, counted from 0 after MMMM. An empty run is a place
@@ -56,7 +56,7 @@ struct GroupRange {
     std::size_t count = 0;  ///< number of groups
 };
 
-/// What was changed in a part so that it could be read.
+/// A change to a part, made so that it could be read.
 struct Mend {
     std::string name;   ///< "id", "closer", "join" ...
     std::string text;   ///< what was done, with the groups concerned
@@ -67,8 +67,8 @@ struct Mend {
 /// One group as it stands in the input.
 struct Group {
     std::string text;          ///< its characters, without those that separate groups
-    std::uint64_t offset = 0;  ///< of its first byte in the input
-    std::uint64_t end = 0;     ///< of the byte after its last one
+    std::uint64_t offset = 0;  ///< byte offset of its first byte in the input
+    std::uint64_t end = 0;     ///< byte offset after its last byte
 };
 
 /// One part of a report: MMMM and the groups up to its end, not yet interpreted.
@@ -90,7 +90,7 @@ struct CORVANE_API Part {
 /// The name of a code form as tables show it: "TEMP", "TEMP SHIP", "TEMP DROP", "TEMP MOBIL".
 CORVANE_API std::string formName(Corvane::WMO_MESSAGE_TYPE form);
 
-/// Cuts a stream of bulletins into parts. Holds one part at a time, however long the stream is.
+/// Cuts a stream of bulletins into parts. Holds only one part at a time, however long the stream is.
 class CORVANE_API BulletinReader {
 public:
     /// @param input the bytes; must outlive the reader. A read error ends the parts just as the end of the input does:

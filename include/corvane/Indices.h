@@ -6,9 +6,9 @@
 ///         std::cout << "CAPE " << indices.surface.cape << " J/kg from " << indices.surface.lfcPressure << " hPa up\n";
 ///     }
 ///
-/// The profile that they are computed from is that of the levels from the ground up. The ground is the surface level,
-/// or the lowest level where a sounding has none. Temperature and dew point are linear in ln p between the levels that
-/// have them, at any distance. The formulas are in Thermodynamics.h.
+/// They are computed from the levels from the ground up. The ground is the surface level, or the lowest level where a
+/// sounding has none. Between the levels that have them, temperature and dew point are interpolated linearly in ln p,
+/// across gaps of any size. The formulas are in Thermodynamics.h.
 ///
 /// Values that no atmosphere has count as not given: a pressure that is not between 0.01 and 2000 hPa or not below that
 /// of the level before it, a temperature or dew point that is not between -150 and 100 degrees, a dew point of 0.1
@@ -22,9 +22,9 @@
 
 namespace corvane {
 
-/// What a parcel lifted from one level of a sounding meets. Below its lifted condensation level it keeps its potential
-/// temperature and mixing ratio; above it follows the pseudoadiabat. It is buoyant where its virtual temperature
-/// exceeds that of the sounding. Without a level to lift it from, everything is NaN.
+/// What a parcel meets when it is lifted from one level of a sounding. Below its lifted condensation level it keeps its
+/// potential temperature and mixing ratio; above it follows the pseudoadiabat. It is buoyant where its virtual
+/// temperature exceeds that of the sounding. Without a level to lift it from, everything is NaN.
 struct ParcelIndices {
     /// A value that the sounding cannot give: NaN.
     static constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
@@ -69,8 +69,8 @@ struct Indices {
     double lapseRate700To500 = NONE;      ///< (T700 - T500) / (z500 - z700), K/km
 };
 
-/// The indices of a sounding. Never throws for any content of the levels, except when memory runs out
-/// (std::bad_alloc).
+/// The indices of a sounding. Whatever the levels hold, it throws nothing except std::bad_alloc when memory
+/// runs out.
 CORVANE_API Indices indicesOf(const Sounding& sounding);
 
 }  // namespace corvane

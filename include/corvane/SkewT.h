@@ -12,13 +12,13 @@
 /// - the diagram: isobars, isotherms at 45 degrees, dry and saturated adiabats, lines of constant mixing ratio in g/kg,
 ///   the temperature and the dew point, the path of the most unstable parcel, if it becomes buoyant (dashed, from its
 ///   level to its equilibrium level or to the highest temperature), marks for surface, freezing level, tropopauses and
-///   maximum winds, heights above sea level in km, wind barbs in a column of their own. A line stops at a level that
-///   lacks a value it should have, and where the report says that this value is missing. Levels below the ground are
-///   left out, and what a check doubts is hollow: temperatures, or winds;
+///   maximum winds, heights above sea level in km, wind barbs in a column of their own. A line is interrupted at a
+///   level that lacks a value it should have, and where the report says that this value is missing. Levels below the
+///   ground are left out, and what a check doubts is hollow: temperatures, or winds;
 /// - what was mended in the parts, the checks that doubt levels, and how many copies of parts were replaced;
 /// - the indices of Indices.h, an em dash where the sounding cannot give a value, and the hodograph of the lowest 12 km
-///   with the heights above the ground in km. Parts C and D alone have nothing near the ground: the indices are dashes
-///   then, and the hodograph has no heights.
+///   with the heights above the ground in km. Parts C and D alone have nothing near the ground: then the indices are
+///   dashes, and the hodograph has no heights.
 ///
 /// A page that shows the picture finds things in it by id. With N an index into Sounding::levels:
 ///
@@ -52,14 +52,14 @@ struct SkewTOptions {
     double top = 0.0;
     int width = 1000;  ///< of the picture, pixels: 400 to 10000; the nearest of these for any other number
     /// Of the picture, pixels: 440 to 10000. The diagram is at most one and a half times as wide as high, and only
-    /// slightly higher than wide: a picture of another shape has free margins.
+    /// slightly higher than wide: a picture of another shape has empty margins.
     int height = 1100;
     bool dark = false;  ///< light lines on a dark ground
 };
 
 /// Draws a sounding: one complete SVG 1.1 document in UTF-8, under 120 kB. Texts of the report are escaped. A sounding
-/// without levels gives a diagram without curves that says so. Never throws for any content of a sounding, except
-/// when memory runs out (std::bad_alloc).
+/// without levels gives a diagram without curves that says so. Whatever the sounding holds, it throws nothing
+/// except std::bad_alloc when memory runs out.
 CORVANE_API std::string skewT(const Sounding& sounding, const SkewTOptions& options = {});
 
 }  // namespace corvane

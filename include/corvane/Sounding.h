@@ -19,8 +19,9 @@
 ///   first one, and parts B, C and D belong to the part A before them in their bulletin. A part without such a part A
 ///   belongs to the only drop of its position, day and hour; where there are several, to none of them.
 ///
-/// Of a part that comes more than once, one copy counts: a repeat changes nothing; a correction (CCA, CCB ... or COR in
-/// the heading) replaces what it corrects, the later letter prevails; of different copies of one rank the later one.
+/// Of a part that comes more than once, one copy counts. A repeat changes nothing. A correction (CCA, CCB ... or COR in
+/// the heading) replaces what it corrects, and a later letter prevails over an earlier one. Of different copies of one
+/// rank, the later one counts.
 ///
 /// No part gives the month. Do not collect the soundings of two months together: day 13 at 12 UTC of both would be
 /// taken for one sounding.
@@ -118,8 +119,8 @@ struct Sounding {
     std::vector<SoundingLevel> levels;  ///< by descending pressure, each pressure once; may be empty
 };
 
-/// Collects parts in any order and joins them into soundings. Keeps the levels of every part that
-/// counts, about 2.5 kB per part.
+/// Collects parts in any order and joins them into soundings. Keeps the levels of every part that counts, about 2.5 kB
+/// per part.
 class CORVANE_API Soundings {
 public:
     Soundings();
@@ -133,8 +134,9 @@ public:
     /// a part A: the parts after it do not go to another drop.
     void add(const Part& part, const Reading& reading);
 
-    /// Hands over the soundings of the parts added so far, one by one, in the order in which their first parts came. A
-    /// sounding is put together when its turn comes, so that only one is in memory beside what is collected.
+    /// Hands over the soundings of the parts added so far, one by one, in the order in which their first parts came.
+    /// Each sounding is put together when its turn comes, so only one is in memory at a time beside the collected
+    /// parts.
     void forEach(const std::function<void(const Sounding&)>& take) const;
 
     /// The same soundings all at once, about 5 kB per part.

@@ -9,7 +9,7 @@
 ///     const double aloft = corvane::pseudoadiabat(lcl.temperature, lcl.pressure, 500.0);
 ///
 /// No function throws. A result is NaN where an argument is NaN or lies outside what the formula can take: a pressure
-/// or an absolute temperature that is not above 0, a vapour pressure that reaches the pressure.
+/// or an absolute temperature that is not above 0, or a vapour pressure that reaches the pressure.
 ///
 /// Sources: D. Bolton, The computation of equivalent potential temperature, Mon. Wea. Rev. 108 (1980), 1046-1053;
 /// R. Davies-Jones, An efficient and accurate method for computing the wet-bulb temperature along pseudoadiabats,
@@ -83,7 +83,7 @@ CORVANE_API double pseudoadiabat(double temperature, double fromPressure, double
 CORVANE_API double equivalentPotentialTemperature(double temperature, double dewpoint, double pressure);
 
 /// Wet-bulb temperature: up to the lifted condensation level and from there down to the pressure of the air along the
-/// pseudoadiabat. Further on to 1000 hPa along the same curve it becomes the wet-bulb potential temperature.
+/// pseudoadiabat. Continued to 1000 hPa along the same curve, it becomes the wet-bulb potential temperature.
 CORVANE_API double wetBulbTemperature(double temperature, double dewpoint, double pressure);
 
 /// Thickness of the layer between two pressures in geopotential metres by the hypsometric equation,

@@ -23,7 +23,7 @@ Functions:
 
 Units: hPa, degrees Celsius, m/s, degrees true, geopotential metres, UTC. Numbers have the six significant digits of
 the tables that the programs write. Nothing is made up: a value that is not reported is NaN in a table and None in an
-object. All functions may run in several threads at once; the lock of the interpreter is released while decoding.
+object. All functions may run in several threads at once; the global interpreter lock is released during decoding.
 pandas, numpy and xarray are needed only where their objects are asked for. ``corvane.dask`` reads archives with dask.
 
 ``python3 -m corvane FILE`` prints the soundings of a file.
@@ -55,7 +55,7 @@ for _public in (CodingFault, Doubt, Level, Mend, NoPartWarning, RefusedWarning, 
 def to_xarray(soundings: Iterable[Sounding]) -> xarray.Dataset:
     """Several soundings as one CF data set: profiles in a contiguous ragged array.
 
-    The levels of all soundings stand one after the other along ``obs``; ``row_size`` says how many belong to each
+    The levels of all soundings follow one another along ``obs``; ``row_size`` says how many belong to each
     profile.
 
     >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="

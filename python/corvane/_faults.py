@@ -1,9 +1,9 @@
-"""What goes wrong, as Python sees it."""
+"""The exception and the warnings of the package."""
 from __future__ import annotations
 
 import re
 
-# The words between what is wrong and the groups where it is; doc/errors.md says more.
+# The words between what is wrong and the groups where it is (see doc/errors.md).
 _CONTEXT = re.compile(r" ?Error detected (?:at|near)(.*)", re.DOTALL)
 _STATION = re.compile(r"(Block and station number is incorrect): (.*)", re.DOTALL)
 

@@ -27,15 +27,15 @@ def read_feed(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
         source: a path ("-" is standard input), the bytes themselves, an open file, or a list of these. A gzip file is
             unpacked, whatever its name.
         near: a date: a string such as "2022-07-13" or "2022-07-13T12:00Z", a datetime, a date, a pandas.Timestamp or a
-            numpy.datetime64; one with a time zone is converted to UTC. Adds the column ``time``, in UTC: the day and
-            hour nearest to that date that carry this day of the month. The digits of a remark, otherwise called
+            numpy.datetime64; one with a time zone is converted to UTC. Adds the column ``time``, in UTC: of the times
+            with the day and hour of the report, the closest to that date. The digits of a remark, otherwise called
             ``time``, are then ``remark_time``. For inputs of different dates: a function that returns the date for a
             path. Without it no year is invented.
-        mends: whether parts are mended; False: only cut and checked.
+        mends: whether to mend parts; with False, a part that needs mending is refused.
 
     Raises:
         OSError: an input cannot be opened or read; ``filename`` says which.
-        ValueError: ``near`` is no date, or the source is a string that holds bulletins and not a path.
+        ValueError: ``near`` is not a date, or the source is a string that holds bulletins instead of a path.
 
     Warns:
         RefusedWarning: how many parts were refused.

@@ -13,7 +13,7 @@ if TYPE_CHECKING:
 class Level(NamedTuple):
     """One level of a report: its kind and what is reported there. A quantity that is not reported is None.
 
-    NaN stands where the report gives solidi and the program writes nan.
+    NaN appears where the report gives solidi and the program writes nan.
 
     >>> level = decode("TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999").levels[0]
     >>> level

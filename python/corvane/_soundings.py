@@ -40,7 +40,7 @@ class SoundingLevel(NamedTuple):
 
 
 class Mend(NamedTuple):
-    """What was changed in a part so that it could be read.
+    """A change to a part, made so that it could be read.
 
     >>> bulletin = b"TTAA 5600/ 72201 99014 32259 11504 00140 30057 11506 88999 77999="
     >>> soundings(bulletin)[0].parts[0].mends
@@ -220,7 +220,7 @@ class Sounding:
         ``speed``, ``u_wind``, ``v_wind`` (m/s), ``station``, ``time`` (UTC), ``latitude``, ``longitude`` (degrees);
         then ``doubt`` and ``kinds`` (names separated by spaces) and ``height_computed``. Missing values are NaN. Levels
         below the ground are left out, and so are those without temperature, dew point and wind. Units, as texts for
-        pint, stand in ``attrs["units"]``.
+        pint, are in ``attrs["units"]``.
 
         >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
         >>> frame = soundings(bulletin)[0].to_pandas()
@@ -264,7 +264,7 @@ class Sounding:
 
     def skewt(self, *, units: str = "kt", top: Optional[float] = None, width: int = 1000, height: int = 1100,
               dark: bool = False) -> SVG:
-        """The skew-T log-p diagram: a text in SVG that a notebook shows as a picture.
+        """The skew-T log-p diagram in SVG: a string that a notebook shows as a picture.
 
         Args:
             units: of wind speeds, "kt" or "mps".
@@ -274,7 +274,7 @@ class Sounding:
 
         Raises:
             ValueError: an argument is out of these ranges.
-            TypeError: the width or the height is no integer, or the top no number.
+            TypeError: the width or the height is not an integer, or the top is not a number.
 
         >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
         >>> picture = soundings(bulletin)[0].skewt()
@@ -298,10 +298,11 @@ class Sounding:
 
 def soundings(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: Optional[_times.Near] = None,
               mends: bool = True) -> list[Sounding]:
-    """Reads bulletins and joins their parts to soundings, in the order in which their first parts come.
+    """Reads bulletins and joins their parts into soundings, in the order in which their first parts come.
 
-    The parts of one code form, station, day and hour are one sounding, wherever they stand. Repeats count once, and a
-    correction replaces what it corrects. Do not give bulletins of several months together: day 13 of both would be one.
+    The parts of one code form, station, day and hour are one sounding, wherever they are. Repeats count once, and a
+    correction replaces what it corrects. Do not pass bulletins of several months together: day 13 of two months would be
+    one sounding.
 
     Args:
         source, near, mends: as for :func:`read_feed`.

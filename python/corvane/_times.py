@@ -17,7 +17,7 @@ _FIRST_YEAR, _LAST_YEAR = 1678, 2261
 def resolver(near: Optional[Near]) -> Callable[[str], Optional[dt.datetime]]:
     """A function that gives the date for the name of an input. A date is checked at once.
 
-    Raises ValueError for what is no date, TypeError for what is of no type for dates.
+    Raises ValueError for what is not a date, and TypeError for a type that cannot be one.
     """
     if callable(near):
         function: Callable[[str], Any] = near
@@ -56,7 +56,7 @@ def _as_python_writes(text: str) -> str:
 
 
 def nearest(near: dt.datetime, day: int, hour: int) -> dt.datetime:
-    """The day and hour nearest to a date that carry this day of the month; of two equally near, the earlier one.
+    """Of the times with this day of the month and hour, the closest to a date; of two equally close, the earlier one.
 
     >>> import datetime
     >>> str(nearest(datetime.datetime(2022, 7, 2), 30, 12))

@@ -114,7 +114,7 @@ def test_an_input_without_a_part_is_named(read, content, tmp_path):
 @pytest.mark.parametrize("text", [REPORT, " " + REPORT, "\nUUBB", "UUBB 1", BULLETIN, "bulletins.txt\n", "XXDD\t1",
                                   "a\rb"])
 @pytest.mark.parametrize("read", [corvane.read_feed, corvane.soundings])
-def test_text_is_no_path(read, text):
+def test_text_is_not_a_path(read, text):
     with pytest.raises(ValueError, match=r"this is text, not a path: pass text\.encode\(\)"):
         read(text)
     with pytest.raises(FileNotFoundError):
@@ -129,7 +129,7 @@ def test_files_may_be_called_like_parts(name, tmp_path, monkeypatch):
 
 
 @pytest.mark.parametrize("nothing", [None, 5, [None], object()])
-def test_what_is_no_input_is_a_type_error(nothing):
+def test_what_is_not_an_input_is_a_type_error(nothing):
     with pytest.raises(TypeError):
         corvane.read_feed(nothing)
 
@@ -271,7 +271,7 @@ class Unread:
     (dt.date(1, 1, 1), ValueError), (20220713, TypeError), (b"2022-07-13", TypeError), (["2022-07-13"], TypeError),
     (float("nan"), TypeError), (True, TypeError)])
 @pytest.mark.parametrize("read", [corvane.read_feed, corvane.soundings])
-def test_what_is_no_date_is_told_before_anything_is_read(read, near, error):
+def test_what_is_not_a_date_is_reported_before_anything_is_read(read, near, error):
     for source in (Unread(), []):
         with pytest.raises(error, match='^near must be a date such as "2022-07-13", not '):
             read(source, near=near)
@@ -391,7 +391,7 @@ def test_soundings_survive_pickling(path):
             assert pickle.loads(pickle.dumps(level)) == level
 
 
-def test_source_that_is_no_utf_8_survives_pickling(tmp_path):
+def test_source_that_is_not_utf_8_survives_pickling(tmp_path):
     path = pathlib.Path(str(tmp_path) + "/\udcff.txt")
     path.write_text(REPORT)
     (sounding,) = corvane.soundings(path)
@@ -416,7 +416,7 @@ def test_picture():
     ({"width": 10001}, ValueError), ({"width": 10**9}, ValueError), ({"width": 10**30}, ValueError),
     ({"width": 600.5}, TypeError), ({"width": "600"}, TypeError), ({"width": None}, TypeError),
     ({"height": 439}, ValueError), ({"height": 10001}, ValueError), ({"height": 700.0}, TypeError)])
-def test_nonsense_about_a_picture_is_refused(arguments, error):
+def test_invalid_arguments_of_a_picture_are_refused(arguments, error):
     with pytest.raises(error):
         corvane.soundings(REPORT.encode())[0].skewt(**arguments)
 

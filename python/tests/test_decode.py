@@ -89,7 +89,7 @@ def test_fault_survives_pickling():
 
 
 @pytest.mark.parametrize("nothing", [None, 5, ["TTAA"], object()])
-def test_what_is_no_text_is_a_type_error(nothing):
+def test_what_is_not_text_is_a_type_error(nothing):
     with pytest.raises(TypeError):
         corvane.decode(nothing)
 

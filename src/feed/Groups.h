@@ -1,4 +1,4 @@
-// What single groups and words of a bulletin are: questions about their characters alone.
+// What single groups and words of a bulletin are, judged by their characters alone.
 #ifndef CORVANE_FEED_GROUPS_H
 #define CORVANE_FEED_GROUPS_H
 
@@ -66,7 +66,7 @@ bool isPilotIdentifier(std::string_view word);
 bool isOpener(std::string_view group);
 
 /// Whether a group opens a section where a level nnPPP of sections 5 and 6 could stand: 31313 aside, an opener whose
-/// first two digits are no level number. 55555 and 66666 may be levels.
+/// first two digits are not a level number. 55555 and 66666 may be levels.
 bool isOpenerAmongLevels(std::string_view group);
 
 /// Whether a group says that there is no level: 88999, 77999, /////.

@@ -24,7 +24,8 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // Whether levels follow an opener before which a closer is written. 51515 to 59595 may as well be the temperature of a
-// tropopause whose first group is missing. What cannot stand in section 9 tells: a maximum wind, 77999 or 31313.
+// tropopause whose first group is missing. Groups that cannot occur in section 9 show this: a maximum wind, 77999 or
+// 31313.
 bool hidesLevels(const Work& work, std::size_t opener) {
     if (work.at(opener) == "31313" || !isOpener(work.at(opener)) || !mayBeTemperature(work.at(opener))) {
         return false;
@@ -94,7 +95,7 @@ bool writeSurfaces(Work& work, const PartDecoder& decoder) {
     return true;
 }
 
-// `closer`: section 4 is missing, and an opener stands where a tropopause or a maximum wind could.
+// `closer`: section 4 is missing, and there is an opener where a tropopause or a maximum wind could be.
 bool closeTropopauses(Work& work, const Fault& fault) {
     if (!isOpener(work.at(fault.place))) {
         return false;
@@ -104,7 +105,7 @@ bool closeTropopauses(Work& work, const Fault& fault) {
     return true;
 }
 
-// `section-7`: 31313 srrarasasa 8GGgg cut short.
+// `section-7`: 31313 srrarasasa 8GGgg is cut short.
 bool completeSystem(Work& work, std::size_t opener) {
     const std::string system = work.at(opener + 1);
     const std::string time = work.at(opener + 2);
@@ -130,7 +131,7 @@ void dropLaunch(Work& work, std::size_t place) {
     work.note("section-7", group + " read as 8////", place, 1, true);
 }
 
-// `depression`: 51 to 55 is no code for a dew-point depression (code table 0777).
+// `depression`: 51 to 55 are not codes for a dew-point depression (code table 0777).
 bool dropDepression(Work& work, const Fault& fault) {
     const std::string group = work.at(fault.place);
     const std::string mended = group.substr(0, 3) + "//";
@@ -139,7 +140,7 @@ bool dropDepression(Work& work, const Fault& fault) {
     return true;
 }
 
-// `remark`: without its keyword a remark is plain words.
+// `remark`: the keyword of a garbled remark is left out, which turns the rest into plain words.
 bool dropRemark(Work& work, const Fault& fault) {
     std::size_t place = fault.place;
     const bool mayBeAtPlace = beginsWith(fault.message, "At least") || work.at(place) == "WL";
@@ -369,7 +370,7 @@ Refusal decode(Work& work, bool mend, Decoded& decoded) {
     if (!attempt.isClean() && mend && !work.isPartBOrD()) {
         bool ambiguous = false;
         std::optional<Attempt> other = attemptWithOtherIds(work, ambiguous);
-        // A reading with groups left over stands unless another Id leaves none.
+        // A reading with groups left over is kept unless another Id leaves none.
         if (other && (attempt.refusal || other->isClean())) {
             if (ambiguous) {
                 return work.refuse("The last wind indicator (Id) is wrong, and two others fit equally well.",

@@ -20,7 +20,7 @@ constexpr double LOWEST_TEMPERATURE = -105.0;  // degrees Celsius
 constexpr double HIGHEST_TEMPERATURE = 60.0;
 constexpr double LOWEST_DEWPOINT = -120.0;
 
-// Whether a level says nothing besides where it is. The shears of a maximum wind have no column.
+// Whether a level gives nothing but its place in the vertical. The shears of a maximum wind have no column.
 bool saysNothing(const Corvane::Level& level) {
     return std::all_of(level.fields.begin(), level.fields.end(), [](const auto& field) {
         return field.first == Corvane::LF_PRES || field.first == Corvane::LF_PRES2 || field.first == Corvane::LF_VA ||
@@ -241,7 +241,7 @@ void PartDecoder::takeAll(std::size_t first) {
     levelStore.clear();
 }
 
-// The decoder makes a number of a group such as 12/// too.
+// The decoder would make a number even of a group such as 12///.
 
 void PartDecoder::needHead(std::size_t where) {
     if (!hasForm(work.at(where), "ddddd") && !hasForm(work.at(where), "dd///")) {
@@ -299,7 +299,7 @@ std::vector<ReadLevel> PartDecoder::takeLevels() {
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
-// What mends ask
+// What the mends need to know
 // ---------------------------------------------------------------------------------------------------------------------
 
 // 31313 srrarasasa 8GGgg. Doubled closers and solidi before 31313 say nothing.

@@ -22,7 +22,7 @@ struct Fault {
     std::size_t place = 0;      ///< the group in front of the decoder
     bool levelIsDue = false;    ///< whether a level of the section would begin here
     std::size_t surface = 0;    ///< in SURFACES: the row of surfaceCodes() that is due
-    bool isImpossible = false;  ///< decoded, but to a value that cannot be: the groups are out of step
+    bool isImpossible = false;  ///< decoded, but to an impossible value: the groups are out of step
     std::string message;
 };
 

@@ -51,7 +51,7 @@ void joinPieces(Work& work) {
     }
 }
 
-// The decoder leaves a group that begins with four solidi for section 2, so that one group too many stands there.
+// The decoder leaves a group that begins with four solidi for section 2, which then has one group too many.
 void mendElevation(Work& work) {
     const std::size_t place = lengthOfSection1(work.form()) - 1;
     if (work.form() == Corvane::WMO_TEMP_MOBIL && hasForm(work.at(place), "////?")) {

@@ -21,7 +21,7 @@ struct Remark {
 };
 
 /// Every remark that gives a level, from the first 62626 at or after `place`. The decoder makes numbers of whatever
-/// stands after a keyword: DLM WND 09523 MBL WND 08023 would be a layer from 1000 to 1000 hPa.
+/// follows a keyword: DLM WND 09523 MBL WND 08023 would be a layer from 1000 to 1000 hPa.
 std::vector<Remark> findRemarks(const Work& work, std::size_t place);
 
 /// Whether a word is one of those that the decoder does not skip in the remarks.

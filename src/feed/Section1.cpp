@@ -1,4 +1,4 @@
-// Section 1: date, station and position. The decoder takes them as they stand; here they must be right, because the
+// Section 1: date, station and position. The decoder takes them as they are; here they must be right, because the
 // unit of every wind depends on the date group and the place of every level on the number of groups before it.
 #include "CodeTables.h"
 #include "feed/Groups.h"

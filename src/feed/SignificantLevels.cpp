@@ -53,8 +53,8 @@ bool LevelWalk::isDue(std::string_view number) const {
     return number == numberAfter(last) || (last.empty() && partB && (number == "00" || number == "99"));
 }
 
-// Notes the number of the level at `place`. After a level that was left out they are renumbered, so that what is
-// written can be read again; the number is no value.
+// Notes the number of the level at `place`. The levels after one that was left out are renumbered, so that what is
+// written can be read again; the number is not a value.
 void LevelWalk::keepInStep() {
     const std::string& group = work.at(place);
     const std::string nn = group.substr(0, 2);
@@ -88,7 +88,7 @@ bool LevelWalk::beginsSection6Unmarked(std::string_view number, std::optional<do
     return !inSection6 && !last.empty() && number == (partB ? "00" : "11") && pressure && *pressure > lastPressure;
 }
 
-// Part D has no way to say 100 hPa: 11100 is 10 hPa, unless the level after it is lower down.
+// Part D cannot code 100 hPa: 11100 is 10 hPa. If the level after it is lower down, 100 hPa is what was observed.
 bool LevelWalk::isHundredHectopascals() const {
     if (partB || !last.empty() || work.at(place) != "11100") {
         return false;
@@ -97,7 +97,7 @@ bool LevelWalk::isHundredHectopascals() const {
     return work.at(place + 2).compare(0, 2, "22") == 0 && following && *following > 10.0;
 }
 
-// Whether the group where a value should stand opens something else, so that the level is cut short.
+// Whether the group where a value should be opens something else, so that the level is cut short.
 bool LevelWalk::isHalf(std::size_t valuePlace) const {
     const std::string_view value = work.at(valuePlace);
     if (value.empty()) {

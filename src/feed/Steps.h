@@ -1,4 +1,4 @@
-// The steps of reading a part, each usable alone. The order in which they run is in Reading.cpp.
+// The steps of reading a part, each usable on its own. The order in which they run is in Reading.cpp.
 #ifndef CORVANE_FEED_STEPS_H
 #define CORVANE_FEED_STEPS_H
 
@@ -48,7 +48,7 @@ void mendIdOfPartBOrD(Work& work);
 /// The shape of the groups of sections 2 to 6.
 Refusal checkShapes(const Work& work);
 
-/// `tail`: words after the first opener from `place` on over which the decoder would fail.
+/// `tail`: words after the first opener from `place` on at which the decoder would fail.
 /// @return whether there were any.
 bool dropTailWords(Work& work, std::size_t place);
 

@@ -12,7 +12,7 @@
 
 namespace corvane::skewt {
 
-// What a picture became.
+// A finished picture.
 struct Drawing {
     std::string svg;
     Box picture;

@@ -1,4 +1,4 @@
-// The lines behind the sounding: ground, isobars, isotherms, adiabats, mixing ratios.
+// The background of the diagram: ground, isobars, isotherms, adiabats, mixing ratios.
 #include "Picture.h"
 
 #include <corvane/Thermodynamics.h>

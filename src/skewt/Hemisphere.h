@@ -8,7 +8,8 @@
 
 namespace corvane::skewt {
 
-// Whether a land station lies south of the equator, by its number IIiii. False for what is no station number.
+// Whether a land station lies south of the equator, by its number IIiii. False for anything that is not a station
+// number.
 bool southernStation(std::string_view station);
 
 // Whether a sounding is from the southern hemisphere: by its latitude, or by the station number where the report gives

@@ -30,7 +30,7 @@ public:
 private:
     void layOut();
 
-    // The lines behind the sounding.
+    // The background.
     void ground();
     void isobars();
     void isotherms();

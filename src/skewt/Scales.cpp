@@ -137,7 +137,7 @@ Geometry scales(const Box& room, const Profile& profile, const SkewTOptions& opt
             }
         }
     }
-    // No atmosphere: what fits the frame is drawn.
+    // Values that no atmosphere has: only what fits the frame is drawn.
     const Box frame = ofHeight(LOWEST * room.width());
     const double range = roundedUp(DEGREES_HIGH * frame.width() / frame.height(), 10.0);
     return {frame, bottom, top, -roundedDown(range / 2.0, 10.0), range};

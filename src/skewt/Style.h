@@ -7,7 +7,7 @@
 namespace corvane::skewt {
 
 // Colours on a light and on a dark ground. Temperature and dew point are vermilion and blue, which every kind of
-// colour vision tells apart (Okabe and Ito, Color Universal Design, 2008); everything behind them is pale.
+// colour vision tells apart (Okabe and Ito, Color Universal Design, 2008); the background is pale.
 struct Palette {
     std::string_view ground;
     std::string_view text;

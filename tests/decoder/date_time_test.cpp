@@ -148,7 +148,7 @@ TEST(DateTime, GroupOfFourCharactersHasNoIndicator) {
     }
 }
 
-TEST(DateTime, NulCharacterIsNoIndicator) {
+TEST(DateTime, NulCharacterIsNotAnIndicator) {
     OpenDecoder decoder = decoderWith(A, "");
     const std::string group("5612\0", 5);
     decoder.tokenQueue = {group};

@@ -254,7 +254,7 @@ TEST(MandatoryLevel, SurfaceWithoutPressureIsFiledAsAMandatoryLevelAtZero) {
                            {levelOf(MANDATORY, {{PRES, 0}, {TDRY, 12.4}, {DP, 12.4 - 6.0}, {WDIR, 270}, {WSPD, 15}})}));
 }
 
-TEST(MandatoryLevel, HeightThatIsNoNumberIsReadAsZero) {
+TEST(MandatoryLevel, HeightThatIsNotANumberIsReadAsZero) {
     for (const std::string group : {"85", "85ABC", "85/40"}) {
         SCOPED_TRACE(group);
         OpenDecoder decoder = OpenDecoder::inPart(0, group + " 124// /////");
@@ -320,7 +320,7 @@ TEST(MandatoryLevel, AnotherCodeThanTheExpectedOneIsAFault) {
     EXPECT_EQ(decoder.rest(), "70012 12456 27015 50560 12456 27015 40760 15912");
 }
 
-TEST(MandatoryLevel, GroupOfOneCharacterIsNoSurface) {
+TEST(MandatoryLevel, GroupOfOneCharacterIsNotASurface) {
     OpenDecoder decoder = OpenDecoder::inPart(0, "9 12456 27015");
     EXPECT_EQ(faultOf([&] { decoder.decodeMandatory(decoder.mandatoryA, 0); }),
               std::string(WRONG_CODE) + " Error detected at 9 12456 27015 ...");

@@ -117,7 +117,7 @@ TEST(Hydrostatic, SurfacesWithoutAHeightAreSkipped) {
               (Lines{"mandatory 1000: hydrostatic", "mandatory 850: hydrostatic"}));
 }
 
-TEST(Hydrostatic, TheGroundIsNoStandardSurface) {
+TEST(Hydrostatic, TheGroundIsNotAStandardSurface) {
     EXPECT_EQ(doubtsOf(with(BEIJING, "99015", "99/// ")), Lines());
     EXPECT_EQ(doubtsOf("TTAA 2823/ 54511 99015 29440 14002 00296 27250 88999 77999"), Lines());
 }
@@ -194,7 +194,7 @@ TEST(HeightMend, TenThousandMetresFrom300HectopascalsOn) {
 
 // With -10.1 and -17.1 degrees the layer is 1475 m thick. 850 hPa at 1035 m and 700 hPa at 3490 m are a kilometre too
 // far from each other: either may be wrong.
-TEST(HeightMend, TwoShiftsThatFitAreNone) {
+TEST(HeightMend, NothingIsShiftedWhereTwoShiftsFit) {
     const std::string start = "TTAA 2823/ 54511 99950 000// ///// 00/// ///// 92/// ///// ";
     EXPECT_EQ(doubtsOf(start + "85932 101// 70407 171// 88999"), Lines());
     const Reading reading = readOnly(start + "85035 101// 70490 171// 88999");
@@ -202,7 +202,7 @@ TEST(HeightMend, TwoShiftsThatFitAreNone) {
     EXPECT_EQ(doubtsOf(reading), (Lines{"mandatory 850: hydrostatic", "mandatory 700: hydrostatic"}));
 }
 
-TEST(HeightMend, AShiftThatLeavesALayerOffIsNone) {
+TEST(HeightMend, AShiftThatLeavesALayerOffIsNotApplied) {
     EXPECT_EQ(mendsOf(with(HALLEY, "50475", "50575")), Lines());
     EXPECT_FALSE(doubtsOf(with(HALLEY, "50475", "50575")).empty());
 }

@@ -112,7 +112,7 @@ TEST(Cutter, AGluedMMMMKeepsItsPlaceInTheInput) {
     EXPECT_EQ(parts[1].offset, 22U);
 }
 
-TEST(Cutter, AnAirportWithATimeIsNoMMMM) {
+TEST(Cutter, AnAirportWithATimeIsNotAnMMMM) {
     EXPECT_EQ(cut("TTAA 72576 UUDD 061200Z 12345="), Lines{"TTAA 72576 UUDD 061200Z 12345"});
     EXPECT_EQ(cut("UUDD 061200Z 12345="), Lines());
     EXPECT_EQ(cut("TTAA 1 UUDD 061200 2"), (Lines{"TTAA 1", "UUDD 061200 2"}));
@@ -241,7 +241,7 @@ TEST(Cutter, PartsAfterOneHeadingShareABulletin) {
     EXPECT_NE(parts[3].bulletin, parts[4].bulletin);
 }
 
-TEST(Cutter, TheSerialNumberOfTheNextBulletinIsNoGroup) {
+TEST(Cutter, TheSerialNumberOfTheNextBulletinIsNotAGroup) {
     for (const std::string serial : {"2", "22", "222", "2222"}) {
         EXPECT_EQ(cut("TTAA 72576 99012\n" + serial + "\nUSUS51 KWBC 130000"), Lines{"TTAA 72576 99012"}) << serial;
         EXPECT_EQ(cut("TTAA 72576 99012\n" + serial + " USUS51 KWBC 130000"), Lines{"TTAA 72576 99012"}) << serial;
@@ -249,7 +249,7 @@ TEST(Cutter, TheSerialNumberOfTheNextBulletinIsNoGroup) {
     EXPECT_EQ(cut("TTAA 72576 99012=\n22222\nUSUS51 KWBC 130000\nTTAA 1"), (Lines{"TTAA 72576 99012", "TTAA 1"}));
 }
 
-TEST(Cutter, WhatIsNoSerialNumberStaysAGroup) {
+TEST(Cutter, WhatIsNotASerialNumberStaysAGroup) {
     EXPECT_EQ(cut("TTAA 72576 99012\n22222\nUSUS51 KWBC 130000"), Lines{"TTAA 72576 99012 22222"});
     EXPECT_EQ(cut("TTAA 72576 99012\n22/\nUSUS51 KWBC 130000"), Lines{"TTAA 72576 99012 22/"});
     EXPECT_EQ(cut("TTAA 72576 99012 222\nUSUS51 KWBC 130000"), Lines{"TTAA 72576 99012 222"});
@@ -321,7 +321,7 @@ TEST(Cutter, PunctuationAroundFiveDigitsOrSolidiIsTakenOff) {
     EXPECT_EQ(parts[0].marks[3].groups.count, 1U);
 }
 
-TEST(Cutter, LowerCaseIsNotRaised) {
+TEST(Cutter, LowerCaseIsNotChanged) {
     EXPECT_EQ(cut("ttaa 63001 72572 99870="), Lines());
 }
 

@@ -271,7 +271,7 @@ TEST_F(FeedProgram, NoFileTakesThePlaceOfAClosedStream) {
 }
 
 // Rows that are appended to an input would be read again, without an end.
-TEST_F(FeedProgram, StandardOutputIsNoInput) {
+TEST_F(FeedProgram, StandardOutputMustNotBeAnInput) {
     const std::string input = file("input.txt", GROUND);
     Streams streams;
     streams.outputFile = input;
@@ -522,7 +522,7 @@ TEST_F(FeedProgram, APartOfAHundredThousandGroups) {
                   summary("2 parts: 0 decoded (0 mended, 0 with losses, 0 doubtful), 0 NIL, 1 empty, 1 refused"));
 }
 
-TEST_F(FeedProgram, NoInputEndsItOtherwiseThanByZeroOneOrTwo) {
+TEST_F(FeedProgram, EveryInputEndsItWithZeroOneOrTwo) {
     std::mt19937 random(1);
     const std::string alphabet = "TTAABBCCDDUXI0123456789/////  ==\r\n\1\3;$NIL\0\xff.()REL"s;
     for (int round = 0; round < 20; ++round) {

@@ -100,7 +100,7 @@ TEST(FeedTable, SourceIsNameAndLine) {
 }
 
 // Words after 61616 on two lines; on one line they would end the part.
-TEST(FeedTable, PrintedGroupsAreNoHeading) {
+TEST(FeedTable, PrintedGroupsAreNotAHeading) {
     const std::string beginning = "TTAA 2823/ 54511 99015 02257 00000 88999 77999 61616 ";
     for (const std::string time : {"130000", "130000Z"}) {
         const corvane::Reading reading = feed_test::readOnly(beginning + "USUS50 KWBC\n" + time);

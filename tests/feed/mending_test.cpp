@@ -213,7 +213,7 @@ TEST(CloserMend, Group77999BeforeAnOpenerAfterATropopause) {
               "The tropopause observation is incorrectly coded. Error ");
 }
 
-TEST(CloserMend, Group66666IsNoMaximumWind) {
+TEST(CloserMend, Group66666IsNotAMaximumWind) {
     EXPECT_EQ(mendsOf(SHORT + " 88999 66666 12345"), Lines{"closer: wrote 77999 before 66666"});
     EXPECT_EQ(rowsOf(SHORT + " 88999 66666 12345"), SHORT_LEVELS);
     EXPECT_EQ(rowsOf(SHORT + " 88999 77269 31532 66666 12345").size(), 3U);
@@ -329,7 +329,7 @@ TEST(SystemMend, InPartsBAndD) {
     EXPECT_EQ(rowsOf(with(SHIP_D, " 46308 82240 90831", "")), rowsOf(SHIP_D));
 }
 
-TEST(SystemMend, ALaunchTimeThatIsNoneIsLost) {
+TEST(SystemMend, AGroupThatIsNotALaunchTimeIsLost) {
     EXPECT_EQ(readOnly(with(BEIJING, "82315", "82400")).launch, "2400");
     for (const std::string time : {"82500", "82360", "82575", "8231", "823155", "82A15", "823/15"}) {
         const Reading reading = readOnly(with(BEIJING, "82315", time));
@@ -365,7 +365,7 @@ TEST(SystemMend, ClosersAndSolidiBefore31313DoNotHideTheLaunchTime) {
 
 // ---- depression ----
 
-TEST(DepressionMend, Codes51To55AreNoDepressions) {
+TEST(DepressionMend, Codes51To55AreNotDepressions) {
     for (const std::string code : {"51", "52", "53", "54", "55"}) {
         const Reading reading = readOnly(with(BEIJING, "07669", "076" + code));
         EXPECT_EQ(mendsOf(reading), Lines{"lost depression: 076" + code + " read as 076//"});
@@ -406,7 +406,7 @@ TEST(Leftover, GroupsBeforeTheFirstOpenerAreNamed) {
     EXPECT_EQ(reading.mends[0].groups.count, 2U);
 }
 
-TEST(Leftover, ClosersAndSolidiAreNone) {
+TEST(Leftover, ClosersAndSolidiAreNotLeftover) {
     EXPECT_EQ(mendsOf(with(BEIJING, "77999", "77999 77999 88999 /////")), Lines());
 }
 

@@ -140,7 +140,7 @@ TEST(Remarks, AnythingButDigitsInAValueIsLost) {
     EXPECT_EQ(remarksOf("MBL WND ///23"), Lines());
 }
 
-TEST(Remarks, AWindThatIsNotGivenIsNoFault) {
+TEST(Remarks, AWindThatIsNotGivenIsNotAFault) {
     EXPECT_EQ(mendsOfRemarks("MBL WND /////"), Lines());
     EXPECT_EQ(remarksOf("MBL WND 29///"), Lines());
     EXPECT_EQ(remarksOf("DLM WND //525 007410"), Lines());

@@ -304,7 +304,7 @@ TEST(Gap, TheValueOfALevelLeftOutIsNotLookedAt) {
               Lines{"lost gap: left out 33/// 02///, a level without a pressure"});
 }
 
-TEST(Gap, PartDCannotSay100HectopascalsOnItsFirstLevel) {
+TEST(Gap, PartDCannotCode100HectopascalsOnItsFirstLevel) {
     const Reading reading = readOnly("TTDD 2823/ 54511 11100 573// 22925 581//");
     EXPECT_EQ(mendsOf(reading), Lines{"lost gap: left out 11100 573//, a level at 100 hPa"});
     EXPECT_EQ(rowsOf(reading), Lines{"significant,92.5,-58.1,,,,,,,,"});

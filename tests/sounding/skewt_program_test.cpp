@@ -134,7 +134,7 @@ TEST_F(SkewTProgram, TroubleIsStatusTwo) {
     }
     for (const char* wrong : {"nan", "inf", "abc", "0.5", "901", "100x", "-5"}) {
         EXPECT_NE(run(std::string("bulletins.txt --top=") + wrong)
-                      .errors.find(std::string("--top: 1 to 900 wanted, not ") + wrong + '\n'),
+                      .errors.find(std::string("--top: must be from 1 to 900, not ") + wrong + '\n'),
                   std::string::npos)
             << wrong;
     }

@@ -347,7 +347,7 @@ TEST(SkewTGeometry, EveryTemperatureIsInAPictureOfAnyShape) {
     }
 }
 
-// ---- the lines behind the sounding ----------------------------------------------------------------------------------
+// ---- the lines of the background ----------------------------------------------------------------------------------
 
 // Calls a function with pressure and temperature of every point of every line in a group.
 void forPoints(const skewt::Drawing& drawing, const std::string& group,
@@ -543,7 +543,7 @@ Sounding ascentWithPartB(const std::string& partB, const char* at500 = "06756 14
 
 using Ends = std::vector<std::pair<double, double>>;
 
-TEST(SkewTCurves, MissingTemperaturesAreNoGapOfTheWind) {
+TEST(SkewTCurves, MissingTemperaturesDoNotInterruptTheWind) {
     const Sounding sounding = ascentWithPartB("00014 30456 11850 19056 22700 09856 33600 01856 44/// ///// 55400 16556 "
                                               "66300 31156 77200 54156 88150 66156 21212 00014 11504 11850 11506",
                                               "///// 14016");
@@ -552,7 +552,7 @@ TEST(SkewTCurves, MissingTemperaturesAreNoGapOfTheWind) {
     EXPECT_EQ(endsOf(sounding, skewt::Quantity::WIND), (Ends{{1014, 100}}));
 }
 
-TEST(SkewTCurves, MissingWindsAreNoGapOfTheTemperature) {
+TEST(SkewTCurves, MissingWindsDoNotInterruptTheTemperature) {
     const Sounding sounding = ascentWithPartB("00014 30456 11850 19056 22700 09856 33600 01856 44400 16556 55300 31156 "
                                               "66200 54156 77150 66156 21212 00014 11504 11850 11506 22680 11011 "
                                               "33/// ///// 44520 14017 55200 18012");
@@ -901,7 +901,7 @@ TEST(SkewTHodograph, EndsTwelveKilometresAboveTheGround) {
 }
 
 // What a height label covers must not be covered by the line.
-TEST(SkewTHodograph, LabelsAreOffTheLine) {
+TEST(SkewTHodograph, LabelsKeepOffTheLine) {
     std::size_t marks = 0;
     std::size_t named = 0;
     std::vector<Sounding> all = realSoundings();
@@ -1031,7 +1031,7 @@ TEST(SkewTTexts, TextsOfTheSmallestPictureAreLegible) {
     }
 }
 
-TEST(SkewTTexts, LiftedIndexNeedsAParcelBelow500HectoPascals) {
+TEST(SkewTTexts, LiftedIndexNeedsAParcelBelow500Hectopascals) {
     const std::string dash = "\xE2\x80\x94";
     const Sounding pole = sample("temp-south-pole-2026.txt");
     ASSERT_LT(corvane::indicesOf(pole).mostUnstable.pressure, 500.0);

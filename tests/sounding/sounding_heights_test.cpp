@@ -185,7 +185,7 @@ TEST(Heights, TemperaturesThatEndInsideABoundedLayerAreHeld) {
     EXPECT_NEAR(levels[2].height, 5500 + scale * (low + middle), ROUNDING);
 }
 
-TEST(Heights, ExtrapolatedHeightBelowTheGroundIsNoStartingPoint) {
+TEST(Heights, ExtrapolatedHeightBelowTheGroundIsNotAStartingPoint) {
     const std::vector<SoundingLevel> levels =
         levelsOf({readLevel(SURFACE, {{PRES, 870}, {TDRY, 15}}), readLevel(MANDATORY, {{PRES, 1000}, {HEIGHT, 5}}),
                   readLevel(MANDATORY, {{PRES, 850}, {TDRY, 15}, {HEIGHT, 1499}})});

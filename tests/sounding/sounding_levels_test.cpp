@@ -241,7 +241,7 @@ TEST(UnitOfWind, OddPartThatDoesNotPrevailIsNotDoubted) {
     EXPECT_EQ(at(925, levels).doubts, (std::vector<std::string>{"unit"}));
 }
 
-TEST(UnitOfWind, WhereAsManyPartsSayEitherAllWindsAreDoubted) {
+TEST(UnitOfWind, WhereBothUnitsAreEquallyFrequentAllWindsAreDoubted) {
     const std::vector<SoundingLevel> levels =
         levelsOf({decoded("TTAA 63001 70219 99000 20256 08510 00038 20256 06505 92703 13007 ///// 88999 77999"),
                   decoded("TTBB 13008 70219 00000 20256 11950 15022 21212 11998 02504")});
@@ -251,7 +251,7 @@ TEST(UnitOfWind, WhereAsManyPartsSayEitherAllWindsAreDoubted) {
     EXPECT_TRUE(at(950, levels).doubts.empty());
 }
 
-TEST(UnitOfWind, PartWithoutWindsHasNoSay) {
+TEST(UnitOfWind, PartWithoutWindsDoesNotCount) {
     const std::vector<SoundingLevel> levels =
         levelsOf({decoded("TTAA 63001 70219 99000 20256 08510 00038 20256 06505 88999 77999"),
                   decoded("TTBB 13008 70219 00000 20256 11950 15022"), decoded("TTDD 1300/ 70219 11932 48785")});
@@ -270,7 +270,7 @@ TEST(UnitOfWind, MetresPerSecondThroughoutIsNotDoubted) {
     EXPECT_EQ(at(998, levels).windSpeed, 4);
 }
 
-TEST(UnitOfWind, ReplacedPartHasNoSay) {
+TEST(UnitOfWind, ReplacedPartDoesNotCount) {
     const std::vector<SoundingLevel> levels =
         levelsOf({decoded("TTAA 63001 70219 99000 20256 08510 00038 20256 06505 88999 77999"),
                   decoded("TTBB 13008 70219 00000 20256 11950 15022 21212 11998 02504"),

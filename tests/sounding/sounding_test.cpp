@@ -111,7 +111,7 @@ TEST(Soundings, ComeInTheOrderOfTheirFirstParts) {
     EXPECT_EQ(soundings.front().station, "70219");
 }
 
-TEST(Soundings, AreHandedOverOneByOneAsTheyComeAllAtOnce) {
+TEST(Soundings, OneByOneAndAllAtOnceAreTheSame) {
     corvane::Soundings collected;
     for (const std::string& text : {BETHEL_A, DROP_A, BETHEL_B}) {
         const PartReading part = decoded(text);
@@ -268,7 +268,7 @@ TEST(Soundings, CorrectionReplacesWhatItCorrectsWhicheverComesFirst) {
     }
 }
 
-TEST(Soundings, DelayAndAmendmentAreNoCorrection) {
+TEST(Soundings, DelayAndAmendmentAreNotCorrections) {
     for (const std::string bbb : {"RRA", "AAA", "PAA", "AMD", "RTD", "CC", "CCAB"}) {
         const std::vector<Sounding> soundings = soundingsOf({decoded(BETHEL_A).heading("USAK50 KWBC 130000 " + bbb),
                                                              decoded(BETHEL_A_CHANGED).heading("USAK50 KWBC 130000")});
@@ -389,7 +389,7 @@ TEST(Drops, PartFarFromItsPartABelongsToTheOnlyDrop) {
     }
 }
 
-TEST(Drops, PartWithoutPartAIsASoundingOfItsOwnWhereSeveralDropsComeIntoQuestion) {
+TEST(Drops, PartWithoutPartAIsASoundingOfItsOwnWhereSeveralDropsArePossible) {
     const std::vector<Sounding> soundings =
         soundingsOf({decoded(DROP_A).bulletin(1), decoded(DROP_B).bulletin(2), decoded(OTHER_DROP_A).bulletin(3)});
     EXPECT_EQ(lettersOf(soundings), "A B A");

@@ -1,4 +1,4 @@
-// What bindings.cpp answers, and the messages between the page and its worker.
+// What bindings.cpp returns, and the messages between the page and its worker.
 
 /** How many parts a reading found, by what became of them. */
 export interface Counts {

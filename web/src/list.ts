@@ -150,7 +150,7 @@ export class List {
         this.descending = column === this.column && !this.descending;
         this.column = column;
         this.markSort();
-        this.refresh(false); // what comes first is what was asked for
+        this.refresh(false); // a new order is shown from its start
     }
 
     private markSort(): void {
@@ -293,7 +293,7 @@ export class List {
         });
         row.style.top = `${index * this.rowHeight}px`;
         this.rows.set(index, row);
-        // Rows stand in their order, for those who read the page one by one.
+        // Rows are in the document in their order, for screen readers.
         const next = [...this.rows.keys()].filter((other) => other > index).sort((a, b) => a - b)[0];
         this.body.insertBefore(row, next === undefined ? null : this.rows.get(next)!);
     }

@@ -42,7 +42,7 @@ let shown: Shown | undefined;
 let requests = 0;
 let lastShow = 0;
 let waiting = false; // whether an answer to "show" is on its way
-let again = false; // whether another one is wanted by then
+let again = false; // whether another one is wanted after it
 let marked = -1;
 let resizing = 0;
 let linked = ''; // the fragment that this page has set itself
@@ -52,7 +52,7 @@ let linked = ''; // the fragment that this page has set itself
 const list = new List(byId('list'), (entry) => {
     chosen = entry;
     if (linked !== '') {
-        setFragment(''); // the address tells of another sounding
+        setFragment(''); // the address is that of another sounding
     }
     requestShow();
 });
@@ -98,7 +98,7 @@ function read(inputs: Input[], isLink = false): void {
     worker.onmessage = (event: MessageEvent<Answer>) => take(next, event.data);
     worker.onerror = (event) => {
         event.preventDefault();
-        fail(next, `The reading has failed: ${event.message}`);
+        fail(next, `Reading failed: ${event.message}`);
     };
     send(worker, { type: 'read', inputs });
 }
@@ -115,7 +115,7 @@ function send(worker: Worker, request: Request): void {
     worker.postMessage(request);
 }
 
-/** Ends the reading that goes on, if any. What was read before stays. */
+/** Ends the current reading, if any. What was read before stays. */
 function endReading(): void {
     if (reading) {
         clearTimeout(reading.timer);
@@ -169,7 +169,7 @@ function take(from: Source, answer: Answer): void {
     }
 }
 
-/** Takes note of an answer to "show". Gives whether another one was wanted by now. */
+/** Takes note of an answer to "show". Returns whether another one is wanted by now. */
 function answered(): boolean {
     const wanted = again;
     waiting = false;
@@ -303,7 +303,7 @@ function placeOf(part: Part): string {
     return source && source.names.length > 1 ? `${source.names[part.file]!}, ${line}` : line;
 }
 
-// ---- taking away -------------------------------------------------------------------------------------------------
+// ---- saving and sharing ------------------------------------------------------------------------------------------
 
 const tableNames = new Map<number, string>();
 
@@ -337,7 +337,7 @@ function reportText({ detail, excerpts }: Shown): string {
         .join('');
 }
 
-/** Sets the part of the address after the page, or with nothing takes it away. */
+/** Sets the fragment of the address; an empty one removes it. */
 function setFragment(fragment: string): void {
     linked = fragment;
     if (location.hash !== fragment) {
@@ -358,7 +358,7 @@ async function makeLink(): Promise<void> {
     setFragment(fragment);
     try {
         await navigator.clipboard.writeText(location.href);
-        note.textContent = 'The link with this report is in the address bar and copied.';
+        note.textContent = 'The link with this report is in the address bar and has been copied.';
     } catch {
         note.textContent = 'The link with this report is in the address bar.';
     }
@@ -450,7 +450,7 @@ function wire(): void {
             const name = `${fileName(shown.entry)}.png`;
             png(shown.picture.svg, shown.picture.places, PNG_SCALE).then(
                 (blob) => save(name, blob),
-                () => complain('The picture cannot be made into a PNG here. Take the SVG.'),
+                () => complain('This browser cannot turn the picture into a PNG. Save it as SVG instead.'),
             );
         }
     });
@@ -493,7 +493,7 @@ function wire(): void {
     window.addEventListener('resize', () => {
         clearTimeout(resizing);
         resizing = window.setTimeout(() => {
-            // Letters of another size than those around them are worth another picture, a few pixels are not.
+            // Redrawn only where its letters would differ visibly in size from those around it.
             const { width } = shown?.picture?.places ?? { width: 0 };
             if (width > 0 && Math.abs(sizeFor(byId('picture').clientWidth).width / width - 1) > 0.15) {
                 requestShow();
@@ -514,7 +514,7 @@ function takeData(how: string, data: DataTransfer): void {
     }
 }
 
-// The title of the window tells what is shown, also in a saved PDF.
+// The title of the window says what is shown, also in a saved PDF.
 new MutationObserver(() => {
     document.title = `${byId('title').textContent} – corvane`;
 }).observe(byId('title'), { childList: true });

@@ -11,7 +11,7 @@ declare module 'worker:*' {
     export default source;
 }
 
-// Of workers only; the library of types for workers cannot stand beside that for pages.
+// Exists in workers only; TypeScript's types for workers cannot be used together with those for pages.
 declare class FileReaderSync {
     readAsArrayBuffer(blob: Blob): ArrayBuffer;
 }

@@ -3,7 +3,7 @@ import type { Detail, WindUnit } from './contract';
 import { element } from './dom';
 import { numbers, rowOf } from './levels';
 
-// Levels stand in columns below the picture: in four, and when they are many, in five of smaller letters. Letters shrink
+// Levels are in columns below the picture: in four or, when there are many, in five with smaller letters. Letters shrink
 // with the length of a column, down to a size that can still be read.
 const MOST_ROWS = 60;
 const FEW_ROWS = 46;

@@ -4,7 +4,7 @@ import { element, reveal } from './dom';
 
 const VISIBLE_CONTROLS = 0x2400;
 
-/** A text as it can be shown: line ends made one, NUL left out, other control characters made visible. */
+/** A text as it can be shown: line ends unified, NUL left out, other control characters made visible. */
 export function shown(text: string): string {
     return text
         .replace(/\0/g, '')

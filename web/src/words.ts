@@ -1,4 +1,4 @@
-// How the page calls things.
+// The words and names that the page uses.
 import type { Counts, Entry } from './contract';
 
 function twoDigits(number: number): string {
@@ -13,7 +13,7 @@ function degrees(value: number, letters: [positive: string, negative: string], s
     return `${Math.abs(value).toFixed(1)}${sign}${letters[value < 0 ? 1 : 0]}`;
 }
 
-/** "46.9S 37.9E", with a sign after the numbers if wanted, or nothing when the report does not give it. */
+/** "46.9S 37.9E", with `sign` after each number; empty when the report does not give it. */
 export function position(entry: Entry, sign = ''): string {
     return entry.latitude === null || entry.longitude === null
         ? ''
@@ -47,7 +47,7 @@ export interface Badge {
     text: string;
 }
 
-/** What is to be said about an entry, the gravest last. */
+/** What is to be said about an entry, the most serious last. */
 export function badges(entry: Entry): Badge[] {
     const said: Badge[] = [];
     const say = (kind: BadgeKind, text: string = kind) => said.push({ kind, text });

@@ -1,5 +1,5 @@
-// Reads the files and answers the page, beside it, so that the page stays responsive. A reading is cancelled by ending
-// the worker.
+// Reads the files and answers the page from another thread, so that the page stays responsive. A reading is cancelled by
+// ending the worker.
 import compressed from '../build/corvane.wasm.gz';
 import type { Answer, Excerpt, Input, Part, Request } from './contract';
 import { Decoder } from './decoder';
@@ -38,7 +38,7 @@ function gone(input: Input): string {
     return `${input.subject} has changed since it was read. Open it again.`;
 }
 
-/** Why a file gives nothing, or what is odd about it. */
+/** Why nothing is found in a file, or what is odd about it. */
 function notice({ file, subject }: Input, parts: number): string {
     if (file.size === 0) {
         return `${subject} is empty.`;
@@ -105,7 +105,7 @@ async function read(): Promise<void> {
     send({ type: 'done', counts, notices });
 }
 
-/** A part as it stands in its file, from the start of its line to its end sign. */
+/** The text of a part in its file, from the start of its line to its end sign. */
 function excerpt(part: Part): Excerpt {
     const { file } = inputs[part.file]!;
     const length = Math.max(4, ...part.groups.map(([, end]) => end));
@@ -162,13 +162,13 @@ async function answer(request: Request): Promise<void> {
 
 onmessage = (event: MessageEvent<Request>) => {
     answer(event.data).catch((fault: unknown) => {
-        // What the decoder itself throws is never about a report: it is out of memory.
+        // The decoder itself throws only when it is out of memory, never because of a report.
         const memory =
             fault instanceof RangeError ||
             fault instanceof WebAssembly.RuntimeError ||
             fault instanceof WebAssembly.Exception;
         const message = memory
-            ? 'There is not enough memory for this file. Divide it and read the pieces one by one.'
+            ? 'There is not enough memory for this file. Split it and read the pieces one by one.'
             : fault instanceof Error
               ? fault.message
               : String(fault);

@@ -162,7 +162,7 @@ test('a fault of what was read before does not end a new reading', async () => {
     });
 });
 
-test('UTF-16 bulletins are read, and it is said', async () => {
+test('UTF-16 bulletins are read, and the page says so', async () => {
     const path = file('wide.txt', Buffer.from(`\ufeff${example}`, 'utf16le'));
     await withPage({}, async (page) => {
         assert.match(await complaint(page, path), /^wide\.txt is UTF-16 text\. It is read as if/);

@@ -83,7 +83,7 @@ test('every word of the filter must match', async () => {
     });
 });
 
-test('every column sorts, twice the other way', async () => {
+test('every column sorts, and a second click reverses the order', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
         const sorted: Record<string, string> = {};
@@ -147,7 +147,7 @@ test('a sounding that is chosen keeps its colour under the pointer', async () =>
     });
 });
 
-test('an order is shown from its start', async () => {
+test('a sorted list is shown from its start', async () => {
     await withPage({}, async (page) => {
         await readFiles(page, file('many.txt', manyBulletins(100_000)));
         await page.focus('#list [role=grid]');
@@ -162,7 +162,7 @@ test('an order is shown from its start', async () => {
     });
 });
 
-test('the arrows walk the list at once after opening', async () => {
+test('the arrow keys move through the list right after opening', async () => {
     await withPage({}, async (page) => {
         const id = () => page.evaluate(() => document.activeElement?.id);
         for (let i = 0; i < 20 && (await id()) !== 'start-example'; i += 1) {

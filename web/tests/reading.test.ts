@@ -210,7 +210,7 @@ for (const words of ['72327', '70414', '91366', 'drop']) {
     });
 }
 
-test('a report that is refused whole travels in a link', async () => {
+test('a wholly refused report travels in a link', async () => {
     await withPage({}, async (page) => {
         await readFiles(page, file('refused.txt', 'TTAA 66001 68994 99011 1042/ 34019 00117 09632 34019 88999 77999='));
         const reason = await page.textContent('#parts .notes');
@@ -236,7 +236,7 @@ test('a link holds UTF-16 text as plain text', async () => {
     assert.equal(links[1], links[0]);
 });
 
-test('an empty link and an empty paste are told in a sentence', async () => {
+test('an empty link and an empty paste are explained in a sentence', async () => {
     await withPage({ fragment: '#report=' }, async (page) => {
         await page.waitForFunction(() => document.querySelector('#message')?.textContent === 'The link is empty.');
         await page.click('#paste');

@@ -88,7 +88,7 @@ test('mended groups are underlined and say why', async () => {
     });
 });
 
-test('what was lost is said and marked', async () => {
+test('what was lost is described and marked', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
         await choose(page, '70414');
@@ -136,7 +136,7 @@ test('a refused part stands beside the sounding, with its reason and the groups 
     });
 });
 
-test('a report that is refused whole shows its text and why', async () => {
+test('a wholly refused report shows its text and why', async () => {
     await withPage({}, async (page) => {
         await readFiles(page, file('refused.txt', 'TTAA 66001 68994 99011 1042/ 34019 00117 09632 34019 88999 77999='));
         assert.match((await page.textContent('#picture'))!, /^No sounding: what the report holds cannot be read with certainty/);
@@ -179,7 +179,7 @@ test('the picture is kept as SVG and as PNG', async () => {
     });
 });
 
-test('the picture reaches up to 10 hPa where that is wanted', async () => {
+test('the picture reaches up to 10 hPa when asked to', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
         await choose(page, '72327');
@@ -356,7 +356,7 @@ function longSounding(levels: number): string {
     return `TTBB 63008 72327 00999 31858 21212 00999 31510 ${winds.join(' ')}=`;
 }
 
-test('the picture is drawn anew for a window of another size', async () => {
+test('the picture is redrawn when the window changes size', async () => {
     await withPage({}, async (page) => {
         await openExample(page);
         const width = () => page.$eval('#picture svg', (svg) => (svg as SVGSVGElement).viewBox.baseVal.width);
