@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
-// The indices by the names of the table's columns. What there is none of is not in the map. The virtual temperature of
-// the parcels is raised by some kelvins, to see how much depends on it.
+// The indices by the names of the table's columns. An index that the sounding cannot give is not in the map. The
+// virtual temperature of the parcels is raised by some kelvins, to see how much depends on it.
 std::map<std::string, double> plainIndices(const corvane::Sounding& sounding, double warmer = 0.0);
 
 // The temperature in degrees of saturated air that rises or sinks, by Heun's method in steps of pressure.

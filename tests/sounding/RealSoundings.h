@@ -14,7 +14,7 @@
 std::vector<corvane::Sounding> soundingsIn(const std::string& bulletins, const std::string& name,
                                            std::string_view letters = "ABCD");
 
-// The soundings of the bulletins in the folder data and of the sample reports.
+// The soundings of the bulletins in data and in examples/bulletins, and of the sample reports.
 const std::vector<corvane::Sounding>& realSoundings();
 
 // The same ascents as far as part A reports them, as forecasters have them before part B arrives.

@@ -1,4 +1,4 @@
-// Takes what is written to a standard stream while an object lives, also when an exception ends its scope.
+// Captures what is written to a standard stream during the lifetime of an object, even if an exception ends it.
 #ifndef CORVANE_TESTS_CAPTURED_OUTPUT_H
 #define CORVANE_TESTS_CAPTURED_OUTPUT_H
 

@@ -1,4 +1,4 @@
-// Foreign locales: as the global one of C++, and as that of C, each for as long as an object lives.
+// Foreign locales, set for the lifetime of an object: as the global locale of C++, and as that of C.
 #ifndef CORVANE_TESTS_GLOBAL_LOCALE_H
 #define CORVANE_TESTS_GLOBAL_LOCALE_H
 
@@ -8,8 +8,8 @@
 #include <locale>
 #include <string>
 
-// Digits in groups of one, separated by the digit 1, and a decimal comma: whoever reads or writes a number in it, even
-// of two digits, shows it.
+// Digits in groups of one, separated by the digit 1, and a decimal comma: code that reads or writes a number in it,
+// even one of two digits, gives itself away.
 class ForeignNumbers : public std::numpunct<char> {
 protected:
     char do_decimal_point() const override { return ','; }
@@ -17,7 +17,7 @@ protected:
     std::string do_grouping() const override { return "\1"; }
 };
 
-// Makes the classic locale with this facet in place of its own the global one of C++. The locale owns the facet.
+// Sets the global locale of C++ to the classic locale with this facet in place of its own. The locale owns the facet.
 class GlobalLocale {
 public:
     template <typename Facet>
@@ -30,7 +30,7 @@ private:
     std::locale _before;
 };
 
-// Makes a locale with a decimal comma that of C. The C library looks for it in the system's places and in those that
+// Sets the locale of C to one with a decimal comma. The C library looks for it in the system's places and in those that
 // the environment variable LOCPATH names, or else in the build folder, where scripts/test puts one.
 class DecimalCommaInC {
 public:

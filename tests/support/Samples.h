@@ -1,5 +1,5 @@
 // The sample files: reports with what the program makes of them, and the seeds of the fuzz targets. The folders are
-// read at each run, so that a file is tested from the moment it is there.
+// read at each run, so a new file is tested at once.
 #ifndef CORVANE_TESTS_SAMPLES_H
 #define CORVANE_TESTS_SAMPLES_H
 
