@@ -331,7 +331,7 @@ std::vector<Corvane::Level> Corvane::levels(std::set<LEVEL_TYPE> types) const {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // A group that is exactly "=" is the terminator of a report and is dropped. From any other group only the first "=" is
-// removed, wherever it stands, so that "==" becomes the group "=". One search finds the next "=" for all groups before
+// removed, wherever it is, so that "==" becomes the group "=". One search finds the next "=" for all groups before
 // it; with a search in every group, decoding takes 10 % longer.
 std::deque<std::string> Corvane::tokenize(std::string text) {
     std::deque<std::string> groups;

@@ -511,7 +511,7 @@ void computeHeights(std::vector<SoundingLevel>& levels) {
 // Soundings
 // ---------------------------------------------------------------------------------------------------------------------
 
-// An ascent whose copies may stand in two places.
+// An ascent whose copies may be in two places.
 struct Found {
     const Key* key;
     const Ascent* ascent;

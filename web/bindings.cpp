@@ -62,7 +62,7 @@ private:
 
 // ---- what is kept ------------------------------------------------------------------------------------------------
 
-// Where a group stands: bytes after the part's first one.
+// Where a group is: bytes after the part's first one.
 struct Place {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
@@ -219,7 +219,7 @@ std::string ascent(const Reading& reading) {
     return ascent(reading.form, reading.station, reading.day, reading.hour, reading.latitude, reading.longitude);
 }
 
-// The part at a place of the input; the parts stand in the order of the input.
+// The part at a place of the input; the parts are in the order of the input.
 std::size_t partAt(std::size_t file, std::uint64_t offset) {
     const auto found = std::lower_bound(
         state->parts.begin(), state->parts.end(), std::make_pair(file, offset),
@@ -502,7 +502,7 @@ PAGE_EXPORT(corvane_detail) const char* corvane_detail(std::size_t index) {
     return give(json.take());
 }
 
-// Draws the sounding of an entry up to `top` hPa, with 0 as far as is usual. Gives where its levels stand in the
+// Draws the sounding of an entry up to `top` hPa; 0 is the usual one. Gives where its levels are in the
 // picture; nothing when the entry has no sounding. The picture itself is given by corvane_svg().
 PAGE_EXPORT(corvane_draw)
 const char* corvane_draw(std::size_t index, int knots, double top, int dark, int width, int height) {

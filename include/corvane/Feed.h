@@ -64,7 +64,7 @@ struct Mend {
     GroupRange groups;  ///< the groups of the part that it touches
 };
 
-/// One group as it stands in the input.
+/// One group as it is in the input.
 struct Group {
     std::string text;          ///< its characters, without those that separate groups
     std::uint64_t offset = 0;  ///< byte offset of its first byte in the input

@@ -90,7 +90,7 @@ struct SoundingLevel {
     std::vector<Origin> origins;  ///< by part, in the order of each part
 };
 
-/// A part of a sounding: where it stands, and what was done to it.
+/// A part of a sounding: where it is in the input, and what was done to it.
 struct SoundingPart {
     std::string source;         ///< Part::source
     std::uint64_t line = 0;     ///< Part::line

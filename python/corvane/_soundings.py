@@ -65,7 +65,7 @@ class Doubt(NamedTuple):
 
 
 class SoundingPart(NamedTuple):
-    """A part of a sounding: where it stands and what was done to it.
+    """A part of a sounding: where it is in the input and what was done to it.
 
     >>> bulletin = b"TTAA 56001 72201 99014 32259 11504 00140 30057 11506 88999 77999="
     >>> soundings(bulletin)[0].parts[0]
@@ -301,8 +301,8 @@ def soundings(source: Union[_inputs.Source, Iterable[_inputs.Source]], *, near: 
     """Reads bulletins and joins their parts into soundings, in the order in which their first parts come.
 
     The parts of one code form, station, day and hour are one sounding, wherever they are. Repeats count once, and a
-    correction replaces what it corrects. Do not pass bulletins of several months together: day 13 of two months would be
-    one sounding.
+    correction replaces what it corrects. Do not pass bulletins of several months together: day 13 of two months would
+    be one sounding.
 
     Args:
         source, near, mends: as for :func:`read_feed`.

@@ -415,7 +415,7 @@ bool BulletinReader::Cutter::holdsSerialNumber() const {
     return last.size() <= 4 && last.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-// 72233 TTBB 56008 72233: the station number stands before MMMM once more and belongs to the part that it opens.
+// 72233 TTBB 56008 72233: the station number is repeated before MMMM and belongs to the part that begins there.
 bool BulletinReader::Cutter::endsWithStationOfNext() {
     if (open.groups.size() <= 2 || !open.excess.empty() || !hasForm(open.groups.back().text, "ddddd")) {
         return false;

@@ -65,7 +65,7 @@ bool isPilotIdentifier(std::string_view word);
 /// Whether a group opens one of the sections 7 to 10: 31313, 41414, 51515 to 59595, 61616 to 69696.
 bool isOpener(std::string_view group);
 
-/// Whether a group opens a section where a level nnPPP of sections 5 and 6 could stand: 31313 aside, an opener whose
+/// Whether a group opens a section where a level nnPPP of sections 5 and 6 could be: 31313 aside, an opener whose
 /// first two digits are not a level number. 55555 and 66666 may be levels.
 bool isOpenerAmongLevels(std::string_view group);
 

@@ -217,7 +217,7 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
 }
 
 // The first two groups after section 7 that may be a level: levels that come too late, which the decoder skips. At most
-// the sea-surface temperature 9snTwTwTw stands between the launch time and the next opener, and 21212 comes before
+// the sea-surface temperature 9snTwTwTw comes between the launch time and the next opener, and 21212 comes before
 // them. The end of the part where there is no such group.
 std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
     const auto belongsToLevel = [&work](std::size_t place) {

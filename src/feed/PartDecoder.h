@@ -61,7 +61,7 @@ public:
     /// The pressure of the ground, hPa; 0 where it is not known.
     double groundPressure() const;
 
-    /// Whether groups stand between section 4 and the next opener. The decoder skips them without a message.
+    /// Whether there are groups between section 4 and the next opener. The decoder skips them without a message.
     bool hasLeftovers() const;
 
 private:

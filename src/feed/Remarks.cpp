@@ -66,7 +66,7 @@ bool isValue(Value value, std::string_view text) {
     return true;
 }
 
-// The remark whose keyword stands at `place`. A value may be split between two groups, as the decoder joins them.
+// The remark whose keyword is at `place`. A value may be split between two groups, as the decoder joins them.
 Remark remarkAt(const Work& work, std::size_t place, const RemarkForm& form) {
     std::size_t next = place + (form.second.empty() ? 1 : 2);
     bool whole = form.second.empty() || work.at(place + 1) == form.second;

@@ -1,4 +1,4 @@
-// The remarks of a dropsonde after 62626 that give a level: where they stand, and whether they are whole.
+// The remarks of a dropsonde after 62626 that give a level: where they are, and whether they are whole.
 #ifndef CORVANE_FEED_REMARKS_H
 #define CORVANE_FEED_REMARKS_H
 

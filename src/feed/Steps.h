@@ -36,7 +36,7 @@ void readSection1(const Work& work, Reading& reading);
 
 // ---- Preparation.cpp: what is mended before decoding ----
 
-/// `join`: two or three pieces of one group that stand side by side.
+/// `join`: two or three adjacent pieces of one group.
 void joinPieces(Work& work);
 
 /// `elevation`: a TEMP MOBIL that gives no elevation.

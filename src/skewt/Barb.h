@@ -39,7 +39,7 @@ struct Barb {
 // @param direction degrees true from which the wind comes: the staff points there, north up.
 // @param halves as for feathers(); 0 is a calm, and less than half of a feather is a bare staff.
 // @param length of the staff, pixels.
-// @param southern whether the feathers stand on the right of the wind, as they do in the southern hemisphere, instead
+// @param southern whether the feathers are on the right of the wind, as they do in the southern hemisphere, instead
 //        of the left: toward lower pressure.
 Barb barb(Point station, double direction, double halves, double length, bool southern);
 

@@ -38,7 +38,7 @@ std::string stroke(std::string_view colour, double width);
 // The attribute of a dashed line, its dashes and spaces in multiples of its width.
 std::string dashes(double width, double dash, double space);
 
-// Where a text stands: which end of it `x` is.
+// How a text is aligned: which end of it `x` is.
 enum class Anchor { START, MIDDLE, END };
 
 // What a label has to keep clear of.

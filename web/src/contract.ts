@@ -46,7 +46,7 @@ export interface Mend {
 }
 
 export interface Part {
-    /** The number of the file, and the byte in it where MMMM stands. */
+    /** The number of the file, and the byte in it where MMMM begins. */
     file: number;
     offset: number;
     line: number;
@@ -106,7 +106,7 @@ export interface Picture {
 
 export type WindUnit = 'kt' | 'mps';
 
-/** The bytes of a part and a little of what stands around it. A byte is a character (windows-1252). */
+/** The bytes of a part and a little of what surrounds it. Each byte is a character (windows-1252). */
 export interface Excerpt {
     text: string;
     /** The place of MMMM in `text`. */

@@ -321,7 +321,7 @@ function saveTable(entry: Entry | null): void {
     }
 }
 
-/** The parts of the sounding as they stand in their bulletins, each under its heading. */
+/** The parts of the sounding as they are in their bulletins, each under its heading. */
 function reportText({ detail, excerpts }: Shown): string {
     let heading = '';
     return detail.parts

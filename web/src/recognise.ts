@@ -48,7 +48,7 @@ export function isUtf16(bytes: Uint8Array): boolean {
 /** What a file is by its first bytes, to follow "is"; nothing when they do not tell. */
 export function kindOf(bytes: Uint8Array): string {
     const start = String.fromCharCode(...bytes.subarray(0, 8));
-    // BUFR and GRIB may stand after a heading.
+    // BUFR and GRIB may follow a heading.
     const head = String.fromCharCode(...bytes.subarray(0, 80));
     const found = SIGNATURES.find(
         ([signature]) => start.startsWith(signature) || (/^(BUFR|GRIB)$/.test(signature) && head.includes(signature)),
