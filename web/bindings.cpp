@@ -502,7 +502,7 @@ PAGE_EXPORT(corvane_detail) const char* corvane_detail(std::size_t index) {
     return give(json.take());
 }
 
-// Draws the sounding of an entry up to `top` hPa; 0 is the usual one. Gives where its levels are in the
+// Draws the sounding of an entry up to `top` hPa, or as high as usual with 0. Gives where its levels are in the
 // picture; nothing when the entry has no sounding. The picture itself is given by corvane_svg().
 PAGE_EXPORT(corvane_draw)
 const char* corvane_draw(std::size_t index, int knots, double top, int dark, int width, int height) {
