@@ -61,7 +61,7 @@ endif()
 
 # ---- documents and examples --------------------------------------------------------------------------------------
 
-# With the folders of the sources, so that links between them hold; the others lead into the source tree.
+# In the folders that they have in the sources, so that the links between them hold.
 set(corvane_documents development)
 if(CORVANE_PROGRAM)
     set(corvane_documents program)

@@ -1,4 +1,4 @@
-// A browser with the page in it, and what every test asks of it: no fault in the console, no request to anywhere.
+// A browser with the page in it, and what every test checks: no fault in the console, no request to anywhere.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { mkdtempSync, readdirSync, readFileSync, rmSync, utimesSync, writeFileSync } from 'node:fs';
