@@ -29,7 +29,7 @@ bool isWhiteSpace(char character) {
 std::string gatherReport(int descriptor, const std::string& name) {
     std::string text;
     bool inWord = false;
-    std::array<char, 4096> buffer;  // most reports fit; a larger buffer touches more pages than it saves reads
+    std::array<char, 4096> buffer;  // most reports fit
     while (true) {
         const ssize_t length = read(descriptor, buffer.data(), buffer.size());
         if (length < 0 && errno == EINTR) {

@@ -1102,7 +1102,7 @@ bool Corvane::decodeSignificantPressure(double& pressure) {
 
 // 31313 srrarasasa 8GGgg (9snTwTwTw)
 // 31313 58708 81102: radiation correction 5, sounding system 87, tracking 08, launched at 11:02 UTC.
-// Takes two groups and deliberately leaves the time group, which sections 9 and 10 pass over. Throws when groups are
+// Takes two groups and deliberately leaves the time group, which sections 9 and 10 skip. Throws when groups are
 // missing and when the time group does not begin with 8. Source: FM 35, section 7, sr, rara, sasa (code tables 3849,
 // 3685, 3872).
 void Corvane::decodeSection7() {
@@ -1131,7 +1131,7 @@ void Corvane::decodeSection7() {
 
 // 41414 NhCLhCMCH
 // Takes both groups without reading the clouds. After a section 7 its time group is still in front, so that section 8
-// is not found; sections 9 and 10 then pass over it. Throws when the clouds are missing. Source: FM 35, section 8.
+// is not found; sections 9 and 10 then skip it. Throws when the clouds are missing. Source: FM 35, section 8.
 void Corvane::decodeSection8() {
     if (!frontIs("41414")) {
         return;
@@ -1146,7 +1146,7 @@ void Corvane::decodeSection8() {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // 51515 ... 59595 ...
-// 51515 10164 00075: the openers are passed over like any other group.
+// 51515 10164 00075: the openers are skipped like any other group.
 // Takes every group up to an opener of section 10 or a group of any length whose characters 2 and 3 are the letters of
 // a later part. Section 10 checks the length as well; the difference is deliberate. Source: FM 35, section 9.
 void Corvane::decodeSection9() {
@@ -1179,7 +1179,7 @@ void Corvane::decodeSection10() {
 
 // 62626 REL 1532N06587W 023155 SPG 1529N06581W 024152 MBL WND 29023 EYEWALL 270 ...
 // Takes 62626 and every group up to a later part, in any part and any code form. Storm features (EYE, CENTER, RAINBAND,
-// MXWNDBND) and plain language are passed over one group at a time, EYEWALL together with its bearing. Throws for a
+// MXWNDBND) and plain language are skipped one group at a time, EYEWALL together with its bearing. Throws for a
 // known remark that is incomplete or garbled. Source: National Hurricane Operations Plan, TEMP DROP code, 62626.
 void Corvane::decode62626() {
     SKIP_TOKENS(1);

@@ -109,8 +109,9 @@ public:
     /// One point of the report in the vertical or on the flight track: its kind and what was reported there.
     struct CORVANE_API Level {
         /// The quantities that the report gives, in the units of LEVEL_FIELD. A quantity that it does not give is
-        /// absent; there is no placeholder number. A few quantities that the report gives as solidi are filed as a
-        /// quiet NaN: the dew point (and temperature) of a tropopause with a wind, the winds of DLM WND and MBL WND.
+        /// absent, with two exceptions for solidi. As a pressure (99///, 22///) and in the times, heights and pressures
+        /// of remarks they are read as 0; below 100 hPa, 1000 are then added in part B and in DLM WND. The dew point
+        /// (and temperature) of a tropopause with a wind and the winds of DLM WND and MBL WND are filed as a quiet NaN.
         /// The remarks of a dropsonde are read as strtod reads them, so that a garbled one may also give nan, -nan, an
         /// infinity or a number in hexadecimal (`LST WND nan`, `REL 3233N06956W 0x1F2A`).
         std::map<LEVEL_FIELD, double> fields;
@@ -144,6 +145,7 @@ public:
     /// @throws std::string on a coding fault. The message ends with up to six groups, from the fault on; the one about
     ///         the block and station number ends with that group alone.
     /// @throws std::out_of_range when a group is too short for the characters read from it.
+    /// @throws std::bad_alloc when memory runs out.
     explicit Corvane(std::string text);
 
     virtual ~Corvane();
@@ -188,7 +190,7 @@ public:
     /// The code form as text: "TEMP", "TEMP SHIP", "TEMP DROP", "TEMP MOBIL", or "UNKNOWN" before a part is identified.
     std::string wmoType() const;
 
-    /// Every group of the report, of all its parts and in its order, without the terminator "=".
+    /// Every group of the report, of all its parts and in its order, without the "=" that ends it.
     std::vector<std::string> tokens() const;
 
     /// Every level, by ascending kind, and in the order of the report within a kind. Nothing is merged: the surface of

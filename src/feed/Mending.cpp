@@ -272,7 +272,7 @@ Attempt attemptToDecode(Work work, bool mend) {
             const std::size_t late = placeOfLateLevels(attempt.work, decoder.launchPlace());
             if (late < attempt.work.size()) {
                 if (!mend) {
-                    attempt.refusal = attempt.work.refuse("Levels stand after section 7.", late);
+                    attempt.refusal = attempt.work.refuse("There are levels after section 7.", late);
                     return attempt;
                 }
                 attempt.work.note("leftover", "not read: " + attempt.work.context(late), late, 0, true);

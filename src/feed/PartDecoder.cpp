@@ -211,7 +211,7 @@ void PartDecoder::decodeRemarks() {
     decodeSection10();
     for (const Remark& remark : remarks) {
         if (!remark.isWhole) {
-            throwImpossible("A remark holds something else than its values.", remark.place);
+            throwImpossible("A remark holds something other than its values.", remark.place);
         }
     }
     for (auto& entry : levelStore) {

@@ -139,7 +139,7 @@ Refusal LevelWalk::step() {
     const std::optional<double> pressure = pressureAt(place);
     if (!isDue(nn)) {
         if (!beginsSection6Unmarked(nn, pressure)) {
-            return work.refuse("Level number " + std::string(numberAfter(last)) + " is due.", place);
+            return work.refuse("Level number " + std::string(numberAfter(last)) + " is expected.", place);
         }
         if (!mend) {
             return needsMend("Section 6 must begin with 21212.");
@@ -192,7 +192,7 @@ Refusal LevelWalk::walk() {
         }
         if (isOpenerAmongLevels(group)) {
             if (!mend) {
-                return needsMend("The group " + work.at(place) + " stands where a level is due.");
+                return needsMend("The group " + work.at(place) + " is in the place of a level.");
             }
             const std::string opener = work.at(place);
             work.insert(place, {"31313", "/////", "8////"});

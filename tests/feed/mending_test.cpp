@@ -249,7 +249,7 @@ TEST(CloserMend, GroupsOfANationalSectionAreNotLost) {
     EXPECT_EQ(mendsOf(SHORT + " 61616 77235 27080"), Lines{"closer: wrote 88999 before 61616"});
 }
 
-// A temperature TTTDD that looks like an opener stands where a temperature is due.
+// A temperature TTTDD that looks like an opener stands where a temperature is expected.
 TEST(Levels, ATemperatureThatLooksLikeAnOpenerAtEveryLevelOfPartA) {
     const std::vector<std::pair<std::string, std::string>> openers{
         {"31313", "-31.3,-32.6"}, {"51515", "-51.5,-53"},   {"52525", "-52.5,-55"},
@@ -441,7 +441,7 @@ TEST(Leftover, LevelsAfterSection7AreLost) {
               Lines{"lost leftover: not read: 88200 60156 28020 77190 28090 40510 ..."});
     EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 90831 51515 10164 88200")), Lines());
     EXPECT_EQ(readOnly(partB + "31313 46208 80601 22700 00112", false).reason,
-              "Levels stand after section 7. Error detected at 22700 00112 ...");
+              "There are levels after section 7. Error detected at 22700 00112 ...");
 }
 
 TEST(Leftover, WithoutMendsThePartIsRefused) {

@@ -179,7 +179,7 @@ TEST(Remarks, AKeywordInTwoPiecesIsLost) {
         EXPECT_TRUE(reading.lost()) << remark;
         EXPECT_EQ(rowsOf(reading).size(), feed_test::LEVELS_OF_DROP + 1) << remark;
         EXPECT_EQ(readOnly(REMARKS + ' ' + remark, false).reason.substr(0, 52),
-                  "A remark holds something else than its values. Error");
+                  "A remark holds something other than its values. Error");
     }
     EXPECT_EQ(mendsOfRemarks("RE L CENTER SP G W L AT LS"), Lines());
 }

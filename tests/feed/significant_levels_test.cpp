@@ -58,7 +58,7 @@ TEST(SignificantLevels, ASectionOfPartBBeginsWith00Or11Or99) {
     }
     for (const std::string first : {"22", "33", "88", "01", "10", "90", "12"}) {
         EXPECT_EQ(reasonOf("TTBB 28238 54511 " + first + "925 08073"),
-                  "Level number 11 is due. Error detected at " + first + "925 08073 ...");
+                  "Level number 11 is expected. Error detected at " + first + "925 08073 ...");
         EXPECT_EQ(statusOf("TTBB 28238 54511 21212 " + first + "925 28506"), "refused") << first;
     }
 }
@@ -66,7 +66,7 @@ TEST(SignificantLevels, ASectionOfPartBBeginsWith00Or11Or99) {
 TEST(SignificantLevels, ASectionOfPartDBeginsWith11) {
     EXPECT_EQ(statusOf("TTDD 2823/ 54511 11925 573//"), "decoded");
     for (const std::string first : {"00", "99", "22"}) {
-        EXPECT_EQ(reasonOf("TTDD 2823/ 54511 " + first + "925 573//").substr(0, 23), "Level number 11 is due.")
+        EXPECT_EQ(reasonOf("TTDD 2823/ 54511 " + first + "925 573//").substr(0, 28), "Level number 11 is expected.")
             << first;
         EXPECT_EQ(statusOf("TTDD 2823/ 54511 21212 " + first + "925 28506"), "refused") << first;
     }
@@ -82,21 +82,21 @@ TEST(SignificantLevels, NumbersGoOnAt11After99) {
         }
     }
     EXPECT_EQ(rowsOf(text).size(), 28U);
-    EXPECT_EQ(reasonOf(text + " 22690 08073").substr(0, 23), "Level number 11 is due.");
-    EXPECT_EQ(reasonOf(text + " 00690 08073").substr(0, 23), "Level number 11 is due.");
+    EXPECT_EQ(reasonOf(text + " 22690 08073").substr(0, 28), "Level number 11 is expected.");
+    EXPECT_EQ(reasonOf(text + " 00690 08073").substr(0, 28), "Level number 11 is expected.");
 }
 
 TEST(SignificantLevels, ALostGroupADoubledGroupAndALostLevelAreRefused) {
     EXPECT_EQ(reasonOf(with(PART_B, "08073 ", "")),
-              "Level number 22 is due. Error detected at 04069 33700 02566 21212 00015 00000 ...");
+              "Level number 22 is expected. Error detected at 04069 33700 02566 21212 00015 00000 ...");
     EXPECT_EQ(reasonOf(with(PART_B, "11925 08073", "08073")),
-              "Level number 11 is due. Error detected at 08073 22850 04069 33700 02566 21212 ...");
+              "Level number 11 is expected. Error detected at 08073 22850 04069 33700 02566 21212 ...");
     EXPECT_EQ(reasonOf(with(PART_B, "08073", "08073 08073")),
-              "Level number 22 is due. Error detected at 08073 22850 04069 33700 02566 21212 ...");
+              "Level number 22 is expected. Error detected at 08073 22850 04069 33700 02566 21212 ...");
     EXPECT_EQ(reasonOf(with(PART_B, "22850 04069 ", "")),
-              "Level number 22 is due. Error detected at 33700 02566 21212 00015 00000 11925 ...");
+              "Level number 22 is expected. Error detected at 33700 02566 21212 00015 00000 11925 ...");
     EXPECT_EQ(reasonOf(with(PART_B, "28506 ", "")),
-              "Level number 22 is due. Error detected at 33016 31313 63203 82315 ...");
+              "Level number 22 is expected. Error detected at 33016 31313 63203 82315 ...");
 }
 
 TEST(SignificantLevels, PressureNeverRises) {
@@ -172,8 +172,8 @@ TEST(Section7Mend, FiveFivesAndSixesMayBeLevels) {
     std::string text = TEMPERATURES + " 33700 02566 44600 12575";
     EXPECT_EQ(rowsOf(text + " 55555 00148").back(), "significant,555,-0.1,-4.9,,,,,,,");
     EXPECT_EQ(rowsOf(text + " 55560 00148 66555 01148").size(), 7U);
-    EXPECT_EQ(reasonOf(TEMPERATURES + " 55555 00148").substr(0, 23), "Level number 33 is due.");
-    EXPECT_EQ(reasonOf(TEMPERATURES + " 66666 00148").substr(0, 23), "Level number 33 is due.");
+    EXPECT_EQ(reasonOf(TEMPERATURES + " 55555 00148").substr(0, 28), "Level number 33 is expected.");
+    EXPECT_EQ(reasonOf(TEMPERATURES + " 66666 00148").substr(0, 28), "Level number 33 is expected.");
 }
 
 TEST(Section7Mend, AnOpenerOfSection7ThatIsThereIsEnough) {
@@ -290,7 +290,7 @@ TEST(Gap, TheLastLevel) {
 }
 
 TEST(Gap, ANumberThatIsNotDueIsRefused) {
-    EXPECT_EQ(reasonOf(with(PART_B, "22850 04069", "33/// 04069")).substr(0, 23), "Level number 22 is due.");
+    EXPECT_EQ(reasonOf(with(PART_B, "22850 04069", "33/// 04069")).substr(0, 28), "Level number 22 is expected.");
 }
 
 TEST(Gap, WithoutASecondGroupItIsRefused) {
@@ -347,25 +347,25 @@ TEST(Closer, ALost21212IsWritten) {
 }
 
 TEST(Closer, ZeroZeroWithoutARiseIsRefused) {
-    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 00015 00000").substr(0, 23), "Level number 11 is due.");
-    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 11925 08073 00925 28506").substr(0, 23),
-              "Level number 22 is due.");
-    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 11925 08073 11015 28506").substr(0, 23),
-              "Level number 22 is due.");
-    EXPECT_EQ(reasonOf("TTDD 2823/ 54511 11925 573// 22800 581// 11800 28506").substr(0, 23),
-              "Level number 33 is due.");
+    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 00015 00000").substr(0, 28), "Level number 11 is expected.");
+    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 11925 08073 00925 28506").substr(0, 28),
+              "Level number 22 is expected.");
+    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 11925 08073 11015 28506").substr(0, 28),
+              "Level number 22 is expected.");
+    EXPECT_EQ(reasonOf("TTDD 2823/ 54511 11925 573// 22800 581// 11800 28506").substr(0, 28),
+              "Level number 33 is expected.");
 }
 
 TEST(Closer, Section6BeginsOnlyOnce) {
-    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 21212 00015 00000 11925 28506 00015 00000").substr(0, 23),
-              "Level number 22 is due.");
+    EXPECT_EQ(reasonOf("TTBB 28238 54511 00015 02257 21212 00015 00000 11925 28506 00015 00000").substr(0, 28),
+              "Level number 22 is expected.");
 }
 
 TEST(Closer, WithoutMendsItIsRefused) {
     EXPECT_EQ(readOnly(with(PART_B, "21212 ", ""), false).reason,
               "Section 6 must begin with 21212. Error detected at 00015 00000 11925 28506 22700 33016 ...");
     EXPECT_EQ(readOnly(TEMPERATURES + " 51515 10164", false).reason,
-              "The group 51515 stands where a level is due. Error detected at 51515 10164 ...");
+              "The group 51515 is in the place of a level. Error detected at 51515 10164 ...");
 }
 
 // ---- 21212 and 31313 missing before each opener ----
