@@ -354,8 +354,9 @@ std::string printedPartReadsTheSame(const Reading& reading) {
         return "a printed part is " + corvane::statusName(again.status) + ": " + again.reason;
     }
     for (const corvane::Mend& mend : again.mends) {
-        // Heights and groups left over are not changed in the part.
-        if (mend.name != "height" && mend.name != "leftover") {
+        // What these name is not changed in the part.
+        if (mend.name != "height" && mend.name != "leftover" && mend.name != "wind" &&
+            !(mend.name == "elevation" && mend.lost)) {
             return "a printed part is mended: " + mend.name + ": " + mend.text;
         }
     }

@@ -27,6 +27,9 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 // tropopause whose first group is missing. Groups that cannot occur in section 9 show this: a maximum wind, 77999 or
 // 31313.
 bool hidesLevels(const Work& work, std::size_t opener) {
+    if (hidesClosers(work, opener)) {
+        return true;
+    }
     if (work.at(opener) == "31313" || !isOpener(work.at(opener)) || !mayBeTemperature(work.at(opener))) {
         return false;
     }
@@ -131,6 +134,12 @@ void dropLaunch(Work& work, std::size_t place) {
     work.note("section-7", group + " read as 8////", place, 1, true);
 }
 
+// `wind`: half of one.
+void noteHalfWind(Work& work, std::size_t place) {
+    const std::string& group = work.at(place);
+    work.note("wind", group + (group[0] == '/' ? " has no direction" : " has no speed"), place, 1, true);
+}
+
 // `depression`: 51 to 55 are not codes for a dew-point depression (code table 0777).
 bool dropDepression(Work& work, const Fault& fault) {
     const std::string group = work.at(fault.place);
@@ -216,8 +225,8 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     return false;
 }
 
-// The first two groups after section 7 that may be a level: levels that come too late, which the decoder skips. At most
-// the sea-surface temperature 9snTwTwTw comes between the launch time and the next opener, and 21212 comes before
+// The first group after section 7 that may belong to a level: levels that come too late, which the decoder skips. At
+// most the sea-surface temperature 9snTwTwTw comes between the launch time and the next opener, and 21212 comes before
 // them. The end of the part where there is no such group.
 std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
     const auto belongsToLevel = [&work](std::size_t place) {
@@ -226,11 +235,11 @@ std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
     };
     std::size_t place = hasForm(work.at(launch + 1), "9????") ? launch + 2 : launch + 1;
     for (; place < work.size() && !isOpener(work.at(place)); ++place) {
-        if (belongsToLevel(place) && belongsToLevel(place + 1)) {
+        if (belongsToLevel(place)) {
             return place;
         }
     }
-    for (; place < work.size() && work.at(place) != "61616" && work.at(place) != "62626"; ++place) {
+    for (; place < work.size(); ++place) {
         if (work.isPartBOrD() && work.at(place) == "21212") {
             return place;
         }
@@ -247,6 +256,7 @@ Attempt attemptToDecode(Work work, bool mend) {
         if (!tailIsTidy && decoder.hasReachedTail()) {
             tailIsTidy = true;
             if (dropTailWords(attempt.work, decoder.tail())) {
+                joinPieces(attempt.work);  // a dropped word may have separated them
                 continue;
             }
         }
@@ -268,6 +278,13 @@ Attempt attemptToDecode(Work work, bool mend) {
                     return attempt;
                 }
                 dropLaunch(attempt.work, decoder.launchPlace());
+            }
+            for (const std::size_t place : decoder.halfWinds()) {
+                if (!mend) {
+                    attempt.refusal = attempt.work.refuse("A wind has no speed, or no direction.", place);
+                    return attempt;
+                }
+                noteHalfWind(attempt.work, place);
             }
             const std::size_t late = placeOfLateLevels(attempt.work, decoder.launchPlace());
             if (late < attempt.work.size()) {
@@ -364,6 +381,19 @@ std::optional<Attempt> attemptWithOtherIds(const Work& work, bool& ambiguous) {
 }
 
 }  // namespace
+
+bool hidesClosers(const Work& work, std::size_t opener) {
+    if (work.at(opener) == "31313" || !isOpener(work.at(opener))) {
+        return false;
+    }
+    for (std::size_t place = opener + 1; place < work.size(); ++place) {
+        const std::string& group = work.at(place);
+        if (group == "31313" || (group == "77999" && !work.isPartBOrD())) {
+            return true;
+        }
+    }
+    return false;
+}
 
 Refusal decode(Work& work, bool mend, Decoded& decoded) {
     Attempt attempt = attemptToDecode(work, mend);

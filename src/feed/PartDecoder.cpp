@@ -197,6 +197,9 @@ void PartDecoder::takePairs(std::size_t first, bool withoutValue) {
             first += 2;
         }
         take(entry.second, {first, 2});
+        if (withoutValue) {
+            checkHalfWind(first + 1, first);
+        }
         first += 2;
     }
     levelStore.clear();
@@ -212,6 +215,9 @@ void PartDecoder::decodeRemarks() {
     for (const Remark& remark : remarks) {
         if (!remark.isWhole) {
             throwImpossible("A remark holds something other than its values.", remark.place);
+        }
+        for (std::size_t at = remark.place; at < remark.place + remark.count; ++at) {
+            checkHalfWind(at, remark.place);
         }
     }
     for (auto& entry : levelStore) {
@@ -260,6 +266,18 @@ void PartDecoder::needWind(std::size_t where) {
     const std::string& group = work.at(where);
     if (!hasForm(group, "ddddd") && !hasForm(group, "dd///") && !hasForm(group, "//ddd") && group != "/////") {
         throwImpossible("A wind (ddfff) is expected.", where);
+    }
+    checkHalfWind(where, where);
+}
+
+// The decoder files nothing of a wind without a speed or without a direction.
+void PartDecoder::checkHalfWind(std::size_t where, std::size_t level) {
+    const std::string& group = work.at(where);
+    if (hasForm(group, "dd///") && 10 * number(std::string_view(group).substr(0, 2)) > LARGEST_DIRECTION) {
+        throwImpossible("The wind direction is impossible.", level);
+    }
+    if (hasForm(group, "dd///") || hasForm(group, "//ddd")) {
+        _halfWinds.push_back(where);
     }
 }
 

@@ -41,6 +41,9 @@ public:
     /// The levels in the order of Corvane::allLevels(), as ReadLevel describes them; places in the groups given.
     std::vector<ReadLevel> takeLevels();
 
+    /// The places of winds without a speed or without a direction; such a wind is not in the levels.
+    const std::vector<std::size_t>& halfWinds() const { return _halfWinds; }
+
     /// Launch time GGgg of section 7; empty where it is not given.
     std::string launch() const;
     /// The place of the launch time 8GGgg; the end where there is no section 7.
@@ -80,12 +83,14 @@ private:
     void needHead(std::size_t where);
     void needTemperature(std::size_t where);
     void needWind(std::size_t where);
+    void checkHalfWind(std::size_t where, std::size_t level);
     void needPossible(const Level& level, std::size_t where);
     [[noreturn]] void throwImpossible(const std::string& message, std::size_t where);
 
     const Work& work;
     Fault _fault;
     std::vector<ReadLevel> found;
+    std::vector<std::size_t> _halfWinds;
     std::size_t tailPlace = NOT_REACHED;
 };
 

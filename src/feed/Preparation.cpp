@@ -53,11 +53,16 @@ void joinPieces(Work& work) {
 
 // The decoder leaves a group that begins with four solidi for section 2, which then has one group too many.
 void mendElevation(Work& work) {
+    if (work.form() != Corvane::WMO_TEMP_MOBIL) {
+        return;
+    }
     const std::size_t place = lengthOfSection1(work.form()) - 1;
-    if (work.form() == Corvane::WMO_TEMP_MOBIL && hasForm(work.at(place), "////?")) {
-        const std::string received = work.at(place);
+    const std::string received = work.at(place);
+    if (hasForm(received, "////?")) {
         work.replace(place, "///0/");
         work.note("elevation", received + " read as an elevation that is not given", place, 1);
+    } else if (hasForm(received, "dddd?") && !isElevation(received)) {
+        work.note("elevation", received + " has no unit", place, 1, true);
     }
 }
 

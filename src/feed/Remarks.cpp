@@ -108,6 +108,9 @@ std::vector<Remark> findRemarks(const Work& work, std::size_t place) {
         ++place;
     }
     for (; place < work.size(); ++place) {
+        if (work.at(place) == "EYEWALL" && isKeyword(work.at(place + 1))) {  // which the decoder takes for its bearing
+            remarks.push_back({Corvane::LT_GENERIC, place, 1, false});
+        }
         for (const RemarkForm& form : REMARK_FORMS) {
             const bool isRemark = work.at(place) == form.keyword &&
                                   (form.keyword != "WL" || work.at(place + 1) == form.second);  // WL alone is a word

@@ -41,9 +41,8 @@ void readPosition(const Work& work, std::size_t place, Reading& reading) {
     }
 }
 
-// h0h0h0h0im: im 1 to 4 metres, 5 to 8 feet (code table 1845).
 void readElevation(std::string_view group, Reading& reading) {
-    if (!hasForm(group, "ddddd") || group[4] < '1' || group[4] > '8') {
+    if (!isElevation(group)) {
         return;
     }
     const int height = number(group.substr(0, 4));
@@ -51,6 +50,10 @@ void readElevation(std::string_view group, Reading& reading) {
 }
 
 }  // namespace
+
+bool isElevation(std::string_view group) {
+    return hasForm(group, "ddddd") && group[4] >= '1' && group[4] <= '8';
+}
 
 std::size_t placeOfDate(Corvane::WMO_MESSAGE_TYPE form) {
     return form == Corvane::WMO_TEMP_SHIP || form == Corvane::WMO_TEMP_MOBIL ? 1 : 0;

@@ -194,9 +194,11 @@ Refusal LevelWalk::walk() {
             if (!mend) {
                 return needsMend("The group " + work.at(place) + " is in the place of a level.");
             }
-            const std::string opener = work.at(place);
+            const bool lost = hidesClosers(work, place);
+            std::string text = "wrote 31313 ///// 8//// before " + work.at(place);
+            text += lost ? "; not read: " + work.context(place) : "";
             work.insert(place, {"31313", "/////", "8////"});
-            work.note("section-7", "wrote 31313 ///// 8//// before " + opener, place, 0);
+            work.note("section-7", text, place, 0, lost);
             return {};
         }
         if (Refusal refusal = step()) {

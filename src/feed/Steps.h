@@ -31,6 +31,9 @@ bool isDate(std::string_view group);
 /// Whether section 1 is right: the unit of every wind and the place of every group depend on it.
 Refusal checkSection1(const Work& work);
 
+/// Whether a group is an elevation h0h0h0h0im with its unit: im 1 to 4 metres, 5 to 8 feet (code table 1845).
+bool isElevation(std::string_view group);
+
 /// Fills in what section 1 tells, as far as it can be read.
 void readSection1(const Work& work, Reading& reading);
 
@@ -39,7 +42,7 @@ void readSection1(const Work& work, Reading& reading);
 /// `join`: two or three adjacent pieces of one group.
 void joinPieces(Work& work);
 
-/// `elevation`: a TEMP MOBIL that gives no elevation.
+/// `elevation`: a TEMP MOBIL whose elevation is not given, or has no unit.
 void mendElevation(Work& work);
 
 /// `id` in parts B and D: a date group of four digits, and in part D one that does not end in a solidus.
@@ -64,6 +67,10 @@ struct Decoded {
     std::vector<ReadLevel> levels;
     std::string launch;
 };
+
+/// Whether an opener hides levels: 31313, or 77999 in parts A and C, comes after it. They come before every later
+/// section.
+bool hidesClosers(const Work& work, std::size_t opener);
 
 /// Decodes a part; mends it where the decoder fails.
 /// @return why it is refused, if it is.

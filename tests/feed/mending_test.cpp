@@ -240,9 +240,23 @@ TEST(CloserMend, LevelsAfterACloserAreLost) {
               Lines{"lost closer: wrote 77999 before 56565; not read: 56565 14080 77235 27080 31313 46208 ..."});
 }
 
+// A false opener: 85500 and what follows stand where the decoder no longer reads levels.
+TEST(CloserMend, LevelsBetweenAnyOpenerAndALaterCloserAreLost) {
+    for (const std::string opener : {"41414", "51515", "61616", "62626", "69696"}) {
+        const std::string hidden = opener + " 85500 10656 28020 88999 77999";
+        EXPECT_EQ(mendsOf(SHORT + " " + hidden),
+                  Lines{"lost closer: wrote 88999 before " + opener + "; not read: " + hidden + " ..."});
+        EXPECT_EQ(rowsOf(SHORT + " " + hidden), SHORT_LEVELS);
+        const std::string launched = opener + " 85500 10656 28020 31313 46208";
+        EXPECT_EQ(mendsOf(SHORT + " " + launched + " 80601"),
+                  Lines{"lost closer: wrote 88999 before " + opener + "; not read: " + launched + " ..."});
+    }
+}
+
 TEST(CloserMend, GroupsOfANationalSectionAreNotLost) {
     EXPECT_EQ(mendsOf(SHORT + " 51515 10164 00051 10194 30503 28511"), Lines{"closer: wrote 88999 before 51515"});
     EXPECT_EQ(mendsOf(SHORT + " 51515 10164 61616 77235"), Lines{"closer: wrote 88999 before 51515"});
+    EXPECT_EQ(mendsOf(SHORT + " 31313 46208 80601 77999"), Lines{"closer: wrote 88999 before 31313"});
     EXPECT_EQ(mendsOf(SHORT + " 51515 10164 66666 12345"), Lines{"closer: wrote 88999 before 51515"});
     EXPECT_EQ(mendsOf(SHORT), Lines{"closer: wrote 88999 at the end"});
     EXPECT_EQ(mendsOf(SHORT + " 31313 46208 80601 51515 77235"), Lines{"closer: wrote 88999 before 31313"});
@@ -287,6 +301,14 @@ TEST(SystemMend, CutShortAfter31313) {
     EXPECT_EQ(mendsOf(with(BEIJING, "63203 82315", "51515 10164")), Lines{"section-7: wrote ///// 8//// after 31313"});
 }
 
+TEST(SystemMend, LevelsBetweenAFalseOpenerAndSection7AreLost) {
+    const std::string hidden = "62626 11850 05512 31313 46208 80601";
+    const Reading reading = readOnly("TTBB 56008 72233 00012 10658 " + hidden);
+    EXPECT_EQ(mendsOf(reading),
+              Lines{"lost section-7: wrote 31313 ///// 8//// before 62626; not read: " + hidden + " ..."});
+    EXPECT_EQ(rowsOf(reading).size(), 1U);
+}
+
 TEST(SystemMend, TheTimeIsMissing) {
     const Reading end = readOnly(with(BEIJING, " 82315", ""));
     EXPECT_EQ(mendsOf(end), Lines{"section-7: wrote 8//// after 63203"});
@@ -305,7 +327,8 @@ TEST(SystemMend, TheSystemIsMissing) {
 
 TEST(SystemMend, AGarbledTimeIsLost) {
     const Reading reading = readOnly(with(BEIJING, "82315", "62315"));
-    EXPECT_EQ(mendsOf(reading), Lines{"lost section-7: wrote 8//// after 63203"});
+    EXPECT_EQ(mendsOf(reading),
+              (Lines{"lost section-7: wrote 8//// after 63203", "lost leftover: not read: 62315 ..."}));
     EXPECT_EQ(rowsOf(reading), rowsOf(BEIJING));
     EXPECT_EQ(reading.launch, "");
 }
@@ -320,7 +343,8 @@ TEST(SystemMend, ADoubled31313) {
 
 TEST(SystemMend, AShortSystemGroup) {
     EXPECT_EQ(mendsOf(with(BEIJING, "63203 82315", "63 82315")),
-              (Lines{"section-7: wrote ///// before 63", "lost section-7: wrote 8//// after /////"}));
+              (Lines{"section-7: wrote ///// before 63", "lost section-7: wrote 8//// after /////",
+                     "lost leftover: not read: 82315 ..."}));
     EXPECT_EQ(readOnly(with(BEIJING, "63203 82315", "632 82315")).launch, "2315");
 }
 
@@ -359,7 +383,7 @@ TEST(SystemMend, ClosersAndSolidiBefore31313DoNotHideTheLaunchTime) {
         EXPECT_EQ(reading.launch, "2315") << closers;
     }
     EXPECT_EQ(mendsOf(with(BEIJING, "77999 31313 63203 82315", "77999 77999 31313 63203 63203 82315")),
-              Lines{"lost section-7: 63203 read as 8////"});
+              (Lines{"lost section-7: 63203 read as 8////", "lost leftover: not read: 82315 ..."}));
     EXPECT_EQ(mendsOf(with(BEIJING, "77999 31313 63203 82315", "77999 77999 31313 63203 51515")), Lines());
 }
 
@@ -393,6 +417,35 @@ TEST(DepressionMend, TwelveMendsAtMost) {
     EXPECT_EQ(twelve.mends.size(), 12U);
     EXPECT_EQ(reasonOf(text + " 33860 08052"),
               "Dewpoint depression code may not be between 51 to 56. Error detected at 08052 ...");
+}
+
+// ---- wind ----
+
+TEST(WindMend, HalfAWindIsLost) {
+    // At the ground, of a tropopause, of a maximum wind, and in section 6.
+    EXPECT_EQ(mendsOf("TTAA 56009 72233 99012 10658 27/// 88999 77999"), Lines{"lost wind: 27/// has no speed"});
+    EXPECT_EQ(mendsOf("TTAA 56009 72233 99012 10658 27010 88200 56565 //015 77999"),
+              Lines{"lost wind: //015 has no direction"});
+    const Reading reading = readOnly("TTAA 56009 72233 99012 10658 27010 88999 77100 36///");
+    EXPECT_EQ(mendsOf(reading), Lines{"lost wind: 36/// has no speed"});
+    EXPECT_EQ(rowsOf(reading), Lines{"surface,1012,10.6,2.6,5.144,270,,,,,"});
+    EXPECT_EQ(reading.mends[0].groups.first, 7U);
+    EXPECT_EQ(reading.mends[0].groups.count, 1U);
+    EXPECT_EQ(mendsOf("TTBB 56008 72233 00012 10658 21212 00012 //010 11850 27///"),
+              (Lines{"lost wind: //010 has no direction", "lost wind: 27/// has no speed"}));
+    EXPECT_EQ(mendsOf("TTAA 56009 72233 99012 10658 ///// 88999 77999"), Lines());
+}
+
+TEST(WindMend, AnImpossibleDirectionIsNoHalfWind) {
+    EXPECT_EQ(reasonOf("TTAA 56009 72233 99012 10658 37/// 88999 77999"),
+              "The wind direction is impossible. Error detected at 37/// 88999 77999 ...");
+    EXPECT_EQ(reasonOf("TTBB 56008 72233 00012 10658 21212 00012 37///"),
+              "The wind direction is impossible. Error detected at 00012 37/// ...");
+}
+
+TEST(WindMend, WithoutMendsThePartIsRefused) {
+    EXPECT_EQ(readOnly("TTAA 56009 72233 99012 10658 27/// 88999 77999", false).reason,
+              "A wind has no speed, or no direction. Error detected at 27/// 88999 77999 ...");
 }
 
 // ---- leftover ----
@@ -440,6 +493,11 @@ TEST(Leftover, LevelsAfterSection7AreLost) {
     EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 88200 60156 28020 77190 28090 40510")),
               Lines{"lost leftover: not read: 88200 60156 28020 77190 28090 40510 ..."});
     EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 90831 51515 10164 88200")), Lines());
+    // -56.5 degrees, which looks like an opener.
+    EXPECT_EQ(mendsOf(with(BEIJING, "82315", "82315 88200 56565 27050")),
+              Lines{"lost leftover: not read: 88200 56565 27050 ..."});
+    EXPECT_EQ(mendsOf(partB + "31313 46208 80601 62626 21212 00012 27010"),
+              Lines{"lost leftover: not read: 21212 00012 27010 ..."});
     EXPECT_EQ(readOnly(partB + "31313 46208 80601 22700 00112", false).reason,
               "There are levels after section 7. Error detected at 22700 00112 ...");
 }

@@ -153,6 +153,23 @@ TEST(Tail, AWordOfOneLetterBeforeTheFirstOpenerIsRefused) {
 
 // ---- id of parts B and D ----
 
+TEST(Tail, PiecesThatAWordSeparatesAreJoined) {
+    const Reading reading =
+        readOnly("XXAA 56009 99240 70759 08045 99012 10658 27010 88999 77999 51515 626 B 26 REL 2402N07602W 123456");
+    EXPECT_EQ(mendsOf(reading), (Lines{"tail: left out B", "join: 626 26 read as 62626"}));
+    EXPECT_EQ(rowsOf(reading).back(), "releasepoint,,,,,,,123456,24.02,-76.02,");
+}
+
+TEST(Elevation, OneWithoutAUnitIsLost) {
+    for (const std::string elevation : {"0123/", "01230", "01239"}) {
+        const Reading reading =
+            readOnly("IIAA ABCD 56009 99412 70853 07113 " + elevation + " 99012 10658 27010 88999 77999");
+        EXPECT_EQ(mendsOf(reading), Lines{"lost elevation: " + elevation + " has no unit"});
+        EXPECT_FALSE(reading.elevation);
+        EXPECT_EQ(rowsOf(reading).size(), 1U);
+    }
+}
+
 TEST(IdOfPartsBAndD, PartDEndsItsDateInASolidus) {
     for (const std::string id : {"1", "0", "8"}) {
         const Reading reading = readOnly(with(SHIP_D, "0600/", "0600" + id));
