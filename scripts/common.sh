@@ -174,6 +174,8 @@ build_folder() {
         exit 1
     fi
     lock "$project/$1"
+    # Headers that the build makes have the same names for ccache in every folder.
+    export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$project/$1}
 }
 
 # ---- tests ----------------------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 import { build } from 'esbuild';
 import { spawnSync } from 'node:child_process';
 import { readdirSync } from 'node:fs';
+import { cpus } from 'node:os';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
@@ -23,7 +24,7 @@ await build({
     sourcemap: 'inline',
     logLevel: 'warning',
 });
-const options = ['--test', '--enable-source-maps', '--test-concurrency=1'];
+const options = ['--test', '--enable-source-maps', `--test-concurrency=${speed ? 1 : cpus().length}`];
 if (pattern && !speed) {
     options.push(`--test-name-pattern=${pattern}`);
 }

@@ -1,6 +1,7 @@
 // The documents: what they show is run, and they name everything that they have to name.
 #include "support/CapturedOutput.h"
 #include "support/OpenDecoder.h"
+#include "support/Places.h"
 #include "support/ProgramRun.h"
 #include "support/Samples.h"
 
@@ -231,7 +232,7 @@ TEST(Readme, TheFirstCommandDecodesTheReportShown) {
     EXPECT_TRUE(contains(commands[0].text, "scripts/test\n"));
 }
 
-#if defined(CORVANE_FEED_PATH)
+#if defined(CORVANE_HAS_FEED)
 TEST(Readme, TheBulletinShownGivesTheRowsAndTheLinesShown) {
     const Document readme = parsed("README.md");
     const std::vector<Block> bulletins = blocksOf(readme, "bulletin");
@@ -241,7 +242,7 @@ TEST(Readme, TheBulletinShownGivesTheRowsAndTheLinesShown) {
     ASSERT_EQ(rows.size(), 1U);
     ASSERT_EQ(said.size(), 1U);
     Streams streams;
-    streams.program = CORVANE_FEED_PATH;
+    streams.program = feedPath();
     streams.input = bulletins[0].text;
     const ProgramRun run = runProgram({}, streams);
     EXPECT_EQ(run.exitStatus, 0);

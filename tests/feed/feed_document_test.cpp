@@ -2,6 +2,7 @@
 // missing from them.
 #include "FeedTable.h"
 #include "support/FencedBlocks.h"
+#include "support/Places.h"
 #include "support/ProgramRun.h"
 #include "support/Samples.h"
 
@@ -19,7 +20,7 @@ namespace {
 
 ProgramRun feed(const std::string& bulletins) {
     Streams streams;
-    streams.program = CORVANE_FEED_PATH;
+    streams.program = feedPath();
     streams.input = bulletins;
     return runProgram({}, streams);
 }
@@ -27,7 +28,7 @@ ProgramRun feed(const std::string& bulletins) {
 // The table of parts without its header.
 std::string partsOf(const std::string& bulletins) {
     Streams streams;
-    streams.program = CORVANE_FEED_PATH;
+    streams.program = feedPath();
     streams.input = bulletins;
     const std::string file = testing::TempDir() + "/parts-of-an-example.csv";
     EXPECT_EQ(runProgram({"--parts", file}, streams).exitStatus, 0);

@@ -1,6 +1,7 @@
 // The program corvane-feed as a process.
 #include "FeedParts.h"
 
+#include "support/Places.h"
 #include "support/ProgramRun.h"
 #include "support/Samples.h"
 
@@ -43,7 +44,7 @@ const std::string NO_PARTS =
     summary("0 parts: 0 decoded (0 mended, 0 with losses, 0 doubtful), 0 NIL, 0 empty, 0 refused");
 
 ProgramRun runFeed(const Arguments& arguments, Streams streams = {}) {
-    streams.program = CORVANE_FEED_PATH;
+    streams.program = feedPath();
     return runProgram(arguments, streams);
 }
 
@@ -316,6 +317,7 @@ TEST_F(FeedProgram, TheTableOfPartsDoesNotOverwriteAnInput) {
 // What the program writes to a terminal until it has shown a share of the bytes, or has ended.
 std::string progressOf(const std::string& input, bool redirected) {
     int terminal = -1;
+    const std::string program = feedPath();
     const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
         const int nowhere = open("/dev/null", O_WRONLY);
@@ -323,7 +325,7 @@ std::string progressOf(const std::string& input, bool redirected) {
         if (redirected) {
             dup2(open(input.c_str(), O_RDONLY), STDIN_FILENO);
         }
-        execl(CORVANE_FEED_PATH, CORVANE_FEED_PATH, redirected ? "-" : input.c_str(), nullptr);
+        execl(program.c_str(), program.c_str(), redirected ? "-" : input.c_str(), nullptr);
         _exit(127);
     }
     std::string text;
@@ -392,6 +394,7 @@ public:
         if (pipe(in.data()) != 0 || pipe(out.data()) != 0) {
             throw std::runtime_error("pipe");
         }
+        const std::string program = feedPath();
         child = fork();
         if (child == 0) {
             signal(SIGPIPE, SIG_DFL);
@@ -400,7 +403,7 @@ public:
             for (const int end : {in[0], in[1], out[0], out[1]}) {
                 close(end);
             }
-            execl(CORVANE_FEED_PATH, CORVANE_FEED_PATH, "--quiet", nullptr);
+            execl(program.c_str(), program.c_str(), "--quiet", nullptr);
             _exit(127);
         }
         close(in[0]);

@@ -2,6 +2,7 @@
 // which stream.
 #include "corvane.h"
 #include "support/CapturedOutput.h"
+#include "support/Places.h"
 #include "support/ProgramRun.h"
 
 #include <array>

@@ -1,4 +1,5 @@
 // The program corvane-skewt as a process: which sounding it draws, what it lists, its files, its table, exit statuses.
+#include "support/Places.h"
 #include "support/Samples.h"
 #include "support/SvgReader.h"
 
@@ -48,7 +49,7 @@ protected:
     // Runs the program in the folder; the arguments are words of a shell.
     Finished run(const std::string& arguments) const {
         const std::string command =
-            "cd '" + folder.string() + "' && '" + CORVANE_SKEWT_PATH + "' " + arguments + " >.out 2>.err </dev/null";
+            "cd '" + folder.string() + "' && '" + skewtPath() + "' " + arguments + " >.out 2>.err </dev/null";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(folder / ".out"), contentOf(folder / ".err")};
     }

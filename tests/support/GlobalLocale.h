@@ -2,6 +2,8 @@
 #ifndef CORVANE_TESTS_GLOBAL_LOCALE_H
 #define CORVANE_TESTS_GLOBAL_LOCALE_H
 
+#include "support/Places.h"
+
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
@@ -35,7 +37,7 @@ private:
 class DecimalCommaInC {
 public:
     DecimalCommaInC() : _before(std::setlocale(LC_ALL, nullptr)) {
-        setenv("LOCPATH", CORVANE_LOCALES, 0);
+        setenv("LOCPATH", localesPath().c_str(), 0);
         for (const char* const name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8", "es_ES.UTF-8"}) {
             if (std::setlocale(LC_ALL, name) != nullptr) {
                 _found = std::strcmp(std::localeconv()->decimal_point, ",") == 0;

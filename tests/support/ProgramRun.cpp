@@ -1,5 +1,6 @@
 #include "support/ProgramRun.h"
 
+#include "support/Places.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -127,8 +128,4 @@ ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& 
         throw std::runtime_error("cannot run " + program);
     }
     return run;
-}
-
-std::string programPath() {
-    return CORVANE_PROGRAM_PATH;
 }

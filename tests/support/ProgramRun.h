@@ -27,7 +27,4 @@ struct Streams {
 // Runs the program with these arguments. Throws std::runtime_error when it cannot be started.
 ProgramRun runProgram(const std::vector<std::string>& arguments, const Streams& streams = {});
 
-// The path under which the tests call the program.
-std::string programPath();
-
 #endif

@@ -1,5 +1,6 @@
 #include "support/Samples.h"
 
+#include "support/Places.h"
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -8,7 +9,7 @@
 namespace fs = std::filesystem;
 
 fs::path sourceFile(const std::string& path) {
-    return fs::path(CORVANE_SOURCE_DIR) / path;
+    return fs::path(sourcesPath()) / path;
 }
 
 std::string contentOf(const fs::path& path) {
