@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -99,6 +100,12 @@ bool isOneOf(const std::vector<std::string>& inputs, const struct stat& file) {
            });
 }
 
+// Whether a message could not be written, other than because standard error is closed: keepStandardStreams() has then
+// opened it for reading.
+bool messagesAreLost() {
+    return !std::cerr && (fcntl(STDERR_FILENO, F_GETFL) & O_ACCMODE) != O_RDONLY;
+}
+
 const std::vector<std::string>& inputsOf(const std::vector<std::string>& files) {
     static const std::vector<std::string> STANDARD_INPUT{"-"};
     return files.empty() ? STANDARD_INPUT : files;
@@ -111,13 +118,22 @@ bool overwritesInput(const std::string& file, const std::vector<std::string>& fi
     return stat(file.c_str(), &output) == 0 && isOneOf(inputsOf(files), output);
 }
 
-bool Bulletins::writesIntoInput(const std::vector<std::string>& files) const {
+bool isStandardOutput(const std::string& file) {
     struct stat output {};
-    if (fstat(STDOUT_FILENO, &output) != 0 || !isOneOf(inputsOf(files), output)) {
-        return false;
+    struct stat named {};
+    return fstat(STDOUT_FILENO, &output) == 0 && S_ISREG(output.st_mode) && stat(file.c_str(), &named) == 0 &&
+           named.st_dev == output.st_dev && named.st_ino == output.st_ino;
+}
+
+bool Bulletins::writesIntoInput(const std::vector<std::string>& files) const {
+    for (const auto& [descriptor, name] : {std::pair(STDOUT_FILENO, "output"), std::pair(STDERR_FILENO, "error")}) {
+        struct stat output {};
+        if (fstat(descriptor, &output) == 0 && isOneOf(inputsOf(files), output)) {
+            say(program + ": standard " + name + " goes into an input");
+            return true;
+        }
     }
-    say(program + ": standard output goes into an input");
-    return true;
+    return false;
 }
 
 void Bulletins::read(const std::vector<std::string>& files, const corvane::ReadOptions& options,
@@ -211,7 +227,7 @@ void Bulletins::trouble(const std::string& name, int error) {
 }
 
 ExitStatus Bulletins::status() const {
-    if (troubled) {
+    if (troubled || messagesAreLost()) {
         return EXIT_TROUBLE;
     }
     return counts.refused > 0 || counts.lossy > 0 || counts.parts == 0 ? EXIT_PARTLY : EXIT_WHOLE;

@@ -19,6 +19,9 @@ enum ExitStatus {
 /// Whether a file is one of the inputs, under whatever name: writing to it would destroy the input.
 bool overwritesInput(const std::string& file, const std::vector<std::string>& files);
 
+/// Whether a file is the one that standard output is written to, under whatever name.
+bool isStandardOutput(const std::string& file);
+
 /// Reads the parts of several inputs and says on standard error what was done to them.
 class Bulletins {
 public:
@@ -43,14 +46,14 @@ public:
     /// Writes the line that counts the parts.
     void summarize() const;
 
-    /// Whether standard output goes to one of the inputs: what is written would be read again, endlessly. Reports it as
-    /// trouble.
+    /// Whether standard output or standard error goes to one of the inputs: what is written would be read again. Says
+    /// so.
     bool writesIntoInput(const std::vector<std::string>& files) const;
 
     /// Reports trouble: "PROGRAM: NAME: REASON".
     void trouble(const std::string& name, int error);
 
-    /// The exit status that follows from what was read and reported.
+    /// The exit status that follows from what was read and reported. Messages that cannot be written are trouble.
     ExitStatus status() const;
 
     std::size_t decoded() const { return counts.decoded; }

@@ -72,6 +72,10 @@ int run(const Arguments& arguments) {
             std::cerr << PROGRAM << ": " << arguments.partsFile << ": the table of parts would overwrite an input\n";
             return EXIT_TROUBLE;
         }
+        if (isStandardOutput(arguments.partsFile)) {
+            std::cerr << PROGRAM << ": " << arguments.partsFile << ": standard output goes to the same file\n";
+            return EXIT_TROUBLE;
+        }
         const int descriptor = open(arguments.partsFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
         if (descriptor < 0) {
             bulletins.trouble(arguments.partsFile, errno);

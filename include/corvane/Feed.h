@@ -24,10 +24,10 @@
 ///         }
 ///     }
 ///
-/// No value is made up: a mend joins the pieces of a group, removes punctuation around it, writes solidi, an opener or a
-/// closer, corrects Id, or drops groups that hold no level; it never writes a digit of a value. The only digits that are
-/// corrected are the leading ones of a height, which the code form leaves out. Every mend is reported. No input makes a
-/// function of this header throw, except std::bad_alloc when memory runs out.
+/// No value is made up: a mend joins the pieces of a group, removes punctuation around it, writes solidi, an opener or
+/// a closer, corrects Id, or drops groups that hold no level; it never writes a digit of a value. The only digits that
+/// are corrected are the leading ones of a height, which the code form leaves out. Every mend is reported. No input
+/// makes a function of this header throw, except std::bad_alloc when memory runs out.
 #ifndef CORVANE_FEED_H
 #define CORVANE_FEED_H
 

@@ -284,6 +284,35 @@ TEST_F(FeedProgram, StandardOutputMustNotBeAnInput) {
     }
 }
 
+// The messages would be read as bulletins.
+TEST_F(FeedProgram, StandardErrorMustNotBeAnInput) {
+    const std::string input = file("input.txt", GROUND + "\n");
+    Streams streams;
+    streams.errorsFile = input;
+    EXPECT_EQ(runFeed({input}, streams).exitStatus, 2);
+    EXPECT_EQ(contentOf(input), GROUND + "\ncorvane-feed: standard error goes into an input\n");
+}
+
+TEST_F(FeedProgram, MessagesThatCannotBeWrittenAreTrouble) {
+    const std::string input = file("input.txt", GROUND);
+    Streams streams;
+    streams.errorsFile = "/dev/full";
+    const ProgramRun run = runFeed({input}, streams);
+    EXPECT_EQ(run.output, HEADER + input + ":1" + GROUND_ROW);
+    EXPECT_EQ(run.exitStatus, 2);
+}
+
+TEST_F(FeedProgram, BothTablesMustNotGoToOneFile) {
+    const std::string input = file("input.txt", GROUND);
+    const std::string table = file("table.csv", "");
+    Streams streams;
+    streams.outputFile = table;
+    const ProgramRun run = runFeed({"--parts", table, input}, streams);
+    EXPECT_EQ(run.errors, "corvane-feed: " + table + ": standard output goes to the same file\n");
+    EXPECT_EQ(run.exitStatus, 2);
+    EXPECT_EQ(contentOf(table), "");
+}
+
 // CLI11 alone would take the input for the value.
 TEST_F(FeedProgram, AnOptionThatEndsWithAnEqualsSignHasNoValue) {
     const std::string input = file("input.txt", GROUND);

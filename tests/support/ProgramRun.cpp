@@ -39,9 +39,10 @@ void closeEnd(int& end) {
                          const Pipe& err) {
     const int input = streams.inputFile.empty() ? in.read : open(streams.inputFile.c_str(), O_RDONLY);
     const int output = streams.outputFile.empty() ? out.write : open(streams.outputFile.c_str(), O_WRONLY);
+    const int errors = streams.errorsFile.empty() ? err.write : open(streams.errorsFile.c_str(), O_WRONLY | O_APPEND);
     dup2(input, STDIN_FILENO);
     dup2(output, STDOUT_FILENO);
-    dup2(err.write, STDERR_FILENO);
+    dup2(errors, STDERR_FILENO);
     if (streams.closeInput) {
         close(STDIN_FILENO);
     }

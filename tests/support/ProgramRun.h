@@ -19,6 +19,7 @@ struct Streams {
     std::string input;
     std::string inputFile;
     std::string outputFile;
+    std::string errorsFile;
     bool closeInput = false;
     bool closeOutput = false;
     bool closeErrors = false;
