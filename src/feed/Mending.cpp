@@ -24,8 +24,7 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 // ---------------------------------------------------------------------------------------------------------------------
 
 // Whether levels follow an opener before which a closer is written. 51515 to 59595 may as well be the temperature of a
-// tropopause whose first group is missing. Groups that cannot occur in section 9 show this: a maximum wind, 77999 or
-// 31313.
+// tropopause whose first group is missing: a maximum wind after it, which cannot occur in section 9, shows this.
 bool hidesLevels(const Work& work, std::size_t opener) {
     if (hidesClosers(work, opener)) {
         return true;
@@ -38,7 +37,7 @@ bool hidesLevels(const Work& work, std::size_t opener) {
         if (isOpener(group) && !mayBeTemperature(group)) {
             return false;
         }
-        if (group == "31313" || hasForm(group, "77???") || hasForm(group, "66???")) {
+        if (hasForm(group, "77???") || hasForm(group, "66???")) {
             return true;
         }
     }
@@ -134,7 +133,7 @@ void dropLaunch(Work& work, std::size_t place) {
     work.note("section-7", group + " read as 8////", place, 1, true);
 }
 
-// `wind`: half of one.
+// `wind`: one without a speed or without a direction.
 void noteHalfWind(Work& work, std::size_t place) {
     const std::string& group = work.at(place);
     work.note("wind", group + (group[0] == '/' ? " has no direction" : " has no speed"), place, 1, true);
@@ -225,7 +224,7 @@ bool mendLeftovers(Attempt& attempt, std::size_t tail) {
     return false;
 }
 
-// The first group after section 7 that may belong to a level: levels that come too late, which the decoder skips. At
+// The first two groups after section 7 that may be a level: levels that come too late, which the decoder skips. At
 // most the sea-surface temperature 9snTwTwTw comes between the launch time and the next opener, and 21212 comes before
 // them. The end of the part where there is no such group.
 std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
@@ -235,7 +234,8 @@ std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
     };
     std::size_t place = hasForm(work.at(launch + 1), "9????") ? launch + 2 : launch + 1;
     for (; place < work.size() && !isOpener(work.at(place)); ++place) {
-        if (belongsToLevel(place)) {
+        const bool isTemperature = mayBeTemperature(work.at(place + 1)) && belongsToLevel(place + 2);
+        if (belongsToLevel(place) && (belongsToLevel(place + 1) || isTemperature)) {
             return place;
         }
     }
