@@ -229,6 +229,8 @@ TEST(CloserMend, LevelsAfterACloserAreLost) {
     EXPECT_EQ(mendsOf(reading), Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 77235 27080 31313 "
                                       "46208 ..."});
     EXPECT_EQ(rowsOf(reading), SHORT_LEVELS);
+    EXPECT_EQ(mendsOf(SHORT + " 56565 14076 77235 27080"),
+              Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 77235 27080 ..."});
     EXPECT_EQ(mendsOf(SHORT + " 56565 14076 66235 27080"),
               Lines{"lost closer: wrote 88999 before 56565; not read: 56565 14076 66235 27080 ..."});
     EXPECT_EQ(mendsOf(SHORT + " 56565 14076 77999"),
