@@ -234,7 +234,8 @@ std::size_t placeOfLateLevels(const Work& work, std::size_t launch) {
     };
     std::size_t place = hasForm(work.at(launch + 1), "9????") ? launch + 2 : launch + 1;
     for (; place < work.size() && !isOpener(work.at(place)); ++place) {
-        const bool isTemperature = mayBeTemperature(work.at(place + 1)) && belongsToLevel(place + 2);
+        const std::string& next = work.at(place + 1);
+        const bool isTemperature = isOpener(next) && mayBeTemperature(next) && belongsToLevel(place + 2);
         if (belongsToLevel(place) && (belongsToLevel(place + 1) || isTemperature)) {
             return place;
         }
